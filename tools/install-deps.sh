@@ -15,6 +15,8 @@ PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth
   # fonts: the user interface speaks Japanese
   fonts-noto-cjk fonts-dejavu-core
+  # numbers in files must not follow the process locale: tests build a comma locale
+  locales
 )
 
 missing=()
