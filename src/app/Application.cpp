@@ -1,0 +1,127 @@
+#include "app/Application.h"
+
+#include <exception>
+
+#include "app/CommandLine.h"
+#include "app/Platform.h"
+#include "dialog/MessageBox.h"
+#include "edit/EditService.h"
+#include "system/Log.h"
+#include "system/Logger.h"
+#include "system/MainIniFile.h"
+#include "system/ProcessFlags.h"
+#include "system/Singleton.h"
+#include "system/TerminationSignals.h"
+#include "system/Text.h"
+#include "system/Version.h"
+
+namespace App {
+
+namespace {
+
+template <class T>
+using Service = System::Singleton<T>;
+
+}  // namespace
+
+Application::Application(Platform& platform, std::vector<std::wstring> arguments)
+    : platform_(platform), arguments_(std::move(arguments)) {}
+
+int Application::run() {
+  // Outer handler: a failure outside the main loop (above all during start-up) is shown
+  // once and the process ends at once. Services that are up stay up, so nothing is
+  // written on the way out: no ini file after a failed start.
+  try {
+    start();
+    runMainLoop();
+    shutdown();
+  } catch (const std::exception& exception) {
+    Dialog::showExceptionText(exception.what());
+  }
+  relaunchIfRequested();
+  return 0;
+}
+
+// Start-up, in this exact order. The numbers are the steps of the start sequence; a
+// step without code names the service that takes its slot when it is built. There is no
+// COM, OLE or per-monitor DPI call here (steps 1 to 3): the toolkit works in device
+// pixels and the program applies its own scaling.
+void Application::start() {
+  Dialog::setPresenter(platform_.messagePresenter());
+
+  // 4. The settings come first: the main ini. The first path expansion creates the
+  //    data directory tree. Nothing may read configuration before this step.
+  Service<System::MainIniFile>::acquire();
+  // 5. Main thread priority (settings service).
+  // 6. The log: from here on lines reach the file and the view.
+  Service<System::Logger>::acquire();
+  System::Log::info("App::Application::start", "%s %s start", System::kProductName, System::kVersion);
+  // 7. Translation service.  8. Module trust list.  9. Image service.
+  // 10-13. Paint service, graphics device, audio output, shared GPU and drawing resources.
+  // 14. Event service.  15. Keyboard shortcuts.  16. Window mouse service.
+  // 17. Window service: for now a plain main window stands in for it.
+  platform_.createMainWindow(System::Text::fromUtf8(System::kProductName), [this] { requestClose(); });
+  // 18. Status line "Initializing...".
+  // 19. Input, output, script, filter plug-in, script module and common plug-in services.
+  // 20. Cache.  21. Effect registry.  22. Undo service.
+  // 23. The edit service, with the empty project and scene 0.
+  Service<Edit::EditService>::acquire();
+  // 24. Render front.  25. Window contents.  26. Menus.  27. Trust list saved.
+  // 28. Layout shown.  29. Status line cleared.
+  // 30. Application begin: the edit service reads the command line (the project life
+  //     cycle opens what it names).
+  parseCommandLine(arguments_);
+
+  // SIGTERM and SIGINT close the program as the main window's close button does.
+  terminationDescriptor_ = System::TerminationSignals::install();
+  platform_.watch(terminationDescriptor_, [this] {
+    if (System::TerminationSignals::drain()) requestClose();
+  });
+}
+
+// 31. The main loop, under the inner handler: an exception that leaves the loop (most of
+// all one that a worker sent to the main thread) is shown, and the program still goes
+// down in order.
+void Application::runMainLoop() {
+  try {
+    platform_.run();
+  } catch (const std::exception& exception) {
+    System::exceptionOccurred = true;
+    // The project life cycle clears its auto-backup timer and saves the emergency
+    // backup here.
+    Dialog::showException(exception);
+  }
+}
+
+// Shutdown, the reverse of start-up. Each service that owns a configuration group
+// writes it back into the main ini as it is destroyed; the last release of the main ini
+// writes sorvel2.ini, so the file is written only on an orderly way down.
+void Application::shutdown() {
+  platform_.unwatch(terminationDescriptor_);
+  // 1. Cache stop flag and pre-load worker.  2. Application end list.
+  // 3. Player stopped.  4. Render front workers stopped.
+  // 5. Releases, in reverse order of creation.
+  Service<Edit::EditService>::release();
+  platform_.destroyMainWindow();
+  System::Log::info("App::Application::shutdown", "%s end", System::kProductName);
+  Service<System::Logger>::release();
+  Dialog::setPresenter(nullptr);
+  // 6. The settings go last; the main ini is written here.
+  Service<System::MainIniFile>::release();
+}
+
+// 7. A module installation asked for a restart: start anew with "-restart".
+void Application::relaunchIfRequested() {
+  if (!System::restartRequested) return;
+  try {
+    platform_.startDetached({L"-restart"});
+  } catch (const std::exception& exception) {
+    Dialog::showExceptionText(exception.what());
+  }
+}
+
+// Closing the main window, SIGTERM and SIGINT all end here. The project life cycle will
+// ask its discard question first and keep the window when the user says no.
+void Application::requestClose() { platform_.quit(); }
+
+}  // namespace App

@@ -1,0 +1,49 @@
+// What the entry point needs of the windowing platform: the main loop, a way to run
+// work on the main thread from any thread, descriptors watched by the loop, and the
+// stand-in main window. Implemented with Qt in src/platform/qt.
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Dialog {
+class MessagePresenter;
+}
+
+namespace App {
+
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  // False for the offscreen and minimal platforms: boxes are then logged, not shown.
+  virtual bool hasDisplay() const = 0;
+
+  // The stand-in main window. `onCloseRequested` runs when the user closes it; the
+  // window stays until destroyMainWindow().
+  virtual void createMainWindow(const std::wstring& title, std::function<void()> onCloseRequested) = 0;
+  virtual void destroyMainWindow() = 0;
+
+  // Runs the loop until quit(). A callback that throws ends the loop, and its exception
+  // is rethrown here, after the loop: no exception ever crosses the toolkit's loop.
+  virtual void run() = 0;
+  virtual void quit() = 0;
+
+  // Any thread. The task runs on the main thread inside the loop, in posting order.
+  virtual void post(std::function<void()> task) = 0;
+
+  // Main thread. The callback runs on the main thread whenever `descriptor` is readable.
+  virtual void watch(int descriptor, std::function<void()> callback) = 0;
+  virtual void unwatch(int descriptor) = 0;
+
+  // The modal boxes of this platform, or a non-blocking stand-in without a display.
+  virtual std::shared_ptr<Dialog::MessagePresenter> messagePresenter() = 0;
+
+  // Starts a new, independent process of this program with the given arguments.
+  virtual void startDetached(const std::vector<std::wstring>& arguments) = 0;
+};
+
+}  // namespace App

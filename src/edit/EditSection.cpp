@@ -1,0 +1,33 @@
+#include "edit/EditSection.h"
+
+#include <exception>
+
+#include "edit/EditService.h"
+#include "edit/Object.h"
+#include "edit/Scene.h"
+
+namespace Edit {
+
+EditSection::EditSection(EditService& service) : service_(service), exceptionsAtOpen_(std::uncaught_exceptions()) {
+  // Stopping waits for the player's workers, which may be about to take the lock
+  // shared: taking it exclusively first could leave both waiting for ever.
+  if (service_.playerStop_) service_.playerStop_();
+  scene_ = service_.currentScene();
+  lock_ = std::unique_lock<System::ReaderWriterLock>(service_.lock());
+}
+
+EditSection::~EditSection() noexcept(false) {
+  if (std::uncaught_exceptions() > exceptionsAtOpen_) return;
+  if (requested(Request::Update)) {
+    scene_->update();
+    if (scene_->focusObject && scene_->focusObject->layer == -1) {
+      scene_->focusObject.reset();
+      request(Request::Focus);
+    }
+  }
+  // Listeners may open a section of their own.
+  lock_.unlock();
+  if (service_.sectionListener_) service_.sectionListener_(*this);
+}
+
+}  // namespace Edit

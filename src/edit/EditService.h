@@ -1,0 +1,62 @@
+// Owner of the one project, the current scene and the model's reader/writer lock; a
+// global service (System::Singleton). Its operations run on the main thread; render
+// workers only reach the lock and the current scene through an Edit::SceneReader.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "edit/Project.h"
+#include "edit/SceneDefaults.h"
+#include "system/ReaderWriterLock.h"
+
+namespace Edit {
+
+class EditSection;
+class Scene;
+
+class EditService {
+ public:
+  // Told about every edit section after its close has released the lock.
+  using SectionListener = std::function<void(const EditSection& section)>;
+
+  EditService();
+  ~EditService();
+  EditService(const EditService&) = delete;
+  EditService& operator=(const EditService&) = delete;
+
+  Project& project() noexcept { return project_; }
+  const Project& project() const noexcept { return project_; }
+
+  // Changed only inside an edit section, so a reader that holds the lock sees a
+  // stable pointer.
+  const std::shared_ptr<Scene>& currentScene() const noexcept { return currentScene_; }
+  // The scene with this id, created when it is missing.
+  std::shared_ptr<Scene> getScene(std::int32_t id);
+
+  // The values a new scene starts from, until the settings service hands them over.
+  const SceneDefaults& sceneDefaults() const noexcept { return sceneDefaults_; }
+  void setSceneDefaults(const SceneDefaults& defaults) { sceneDefaults_ = defaults; }
+
+  // The player installs how to stop it; an edit section calls it before taking the lock.
+  void setPlayerStop(std::function<void()> stop) { playerStop_ = std::move(stop); }
+  // The event service connects its lists here. An empty function disconnects.
+  void setSectionListener(SectionListener listener) { sectionListener_ = std::move(listener); }
+
+  System::ReaderWriterLock& lock() noexcept { return lock_; }
+
+ private:
+  friend class EditSection;
+
+  // Declared before the project, which makes its scene 0 from it.
+  SceneDefaults sceneDefaults_;
+  Project project_;
+  std::shared_ptr<Scene> currentScene_;
+  std::function<void()> playerStop_;
+  SectionListener sectionListener_;
+  System::ReaderWriterLock lock_;
+};
+
+}  // namespace Edit

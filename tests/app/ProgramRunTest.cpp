@@ -1,0 +1,52 @@
+// Runs the real program headless, as a user's session or a render node would, and
+// checks what it leaves on disk.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "support/TempDirectory.h"
+
+namespace {
+
+// Runs a shell script with the program's path in $PROGRAM; returns the script's exit status.
+int runScript(const std::string& script) {
+  const std::string command = "PROGRAM='" SORVEL2_EXECUTABLE "' QT_QPA_PLATFORM=offscreen /bin/sh -c '" + script + "'";
+  const int status = std::system(command.c_str());
+  return WEXITSTATUS(status);
+}
+
+TEST(ProgramRun, TerminationSignalClosesInOrderAndWritesTheIni) {
+  TestSupport::TempDirectory home;
+  const std::string script =
+      "export XDG_DATA_HOME=" + home.path().string() +
+      "; \"$PROGRAM\" >\"$XDG_DATA_HOME/out.txt\" 2>&1 & pid=$!;"
+      " i=0; while ! ls \"$XDG_DATA_HOME\"/sorvel2/Log/*.log >/dev/null 2>&1 && [ $i -lt 400 ]; do sleep 0.05; i=$((i+1)); done;"
+      " kill -TERM $pid; wait $pid; exit $?";
+  EXPECT_EQ(runScript(script), 0) << home.readFile("out.txt");
+  const auto data = home.path() / "sorvel2";
+  for (const char* folder : {"Plugin", "Script", "Default", "Alias", "Figure", "Transition", "Language", "Backup", "Log"}) {
+    EXPECT_TRUE(std::filesystem::is_directory(data / folder)) << folder;
+  }
+  const std::string ini = home.readFile("sorvel2/sorvel2.ini");
+  EXPECT_NE(ini.find("[Logger]\r\nMaxViewLine=200\r\n"), std::string::npos) << ini;
+  int logFiles = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(data / "Log")) logFiles += entry.path().extension() == ".log";
+  EXPECT_EQ(logFiles, 1);
+}
+
+TEST(ProgramRun, FailedStartShowsOneMessageWritesNoIniAndReturnsZero) {
+  TestSupport::TempDirectory home;
+  // A data folder that cannot be created: the first path expansion fails.
+  home.writeFile("blocked", "a file where the data folder's parent should be");
+  const std::string script = "XDG_DATA_HOME=" + home.path().string() + "/blocked \"$PROGRAM\" 2>\"" +
+                             home.path().string() + "/err.txt\"";
+  EXPECT_EQ(runScript(script), 0);
+  const std::string shown = home.readFile("err.txt");
+  EXPECT_NE(shown.find("Application Exception: mkdir() failed."), std::string::npos) << shown;
+  EXPECT_EQ(shown.find("Application Exception", shown.find("Application Exception") + 1), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(home.path() / "blocked" / "sorvel2" / "sorvel2.ini"));
+}
+
+}  // namespace
