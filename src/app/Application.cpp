@@ -6,12 +6,13 @@
 #include "app/Platform.h"
 #include "dialog/MessageBox.h"
 #include "edit/EditService.h"
+#include "setting/SettingService.h"
 #include "system/Log.h"
 #include "system/Logger.h"
-#include "system/MainIniFile.h"
 #include "system/ProcessFlags.h"
 #include "system/Singleton.h"
 #include "system/TerminationSignals.h"
+#include "system/ThreadPriority.h"
 #include "system/Text.h"
 #include "system/Version.h"
 
@@ -49,10 +50,11 @@ int Application::run() {
 void Application::start() {
   Dialog::setPresenter(platform_.messagePresenter());
 
-  // 4. The settings come first: the main ini. The first path expansion creates the
+  // 4. The settings come first, with the main ini. The first path expansion creates the
   //    data directory tree. Nothing may read configuration before this step.
-  Service<System::MainIniFile>::acquire();
-  // 5. Main thread priority (settings service).
+  Setting::SettingService* settings = Service<Setting::SettingService>::acquire();
+  // 5. Main thread priority.
+  System::Process::setThreadPriority(settings->config()["MainThreadPriority"].toInt(0));
   // 6. The log: from here on lines reach the file and the view.
   Service<System::Logger>::acquire();
   System::Log::info("App::Application::start", "%s %s start", System::kProductName, System::kVersion);
@@ -65,7 +67,9 @@ void Application::start() {
   // 19. Input, output, script, filter plug-in, script module and common plug-in services.
   // 20. Cache.  21. Effect registry.  22. Undo service.
   // 23. The edit service, with the empty project and scene 0.
-  Service<Edit::EditService>::acquire();
+  Edit::EditService* edit = Service<Edit::EditService>::acquire();
+  edit->setSceneDefaults(settings->sceneDefaults());
+  edit->newProject();
   // 24. Render front.  25. Window contents.  26. Menus.  27. Trust list saved.
   // 28. Layout shown.  29. Status line cleared.
   // 30. Application begin: the edit service reads the command line (the project life
@@ -107,7 +111,7 @@ void Application::shutdown() {
   Service<System::Logger>::release();
   Dialog::setPresenter(nullptr);
   // 6. The settings go last; the main ini is written here.
-  Service<System::MainIniFile>::release();
+  Service<Setting::SettingService>::release();
 }
 
 // 7. A module installation asked for a restart: start anew with "-restart".

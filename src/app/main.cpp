@@ -5,6 +5,8 @@
 
 #include "app/Application.h"
 #include "platform/qt/QtPlatform.h"
+#include "platform/qt/QtSystemMetrics.h"
+#include "setting/SettingService.h"
 #include "system/FatalSignalGuard.h"
 #include "system/TerminationSignals.h"
 #include "system/Text.h"
@@ -18,6 +20,8 @@ int main(int argc, char** argv) {
   std::vector<std::wstring> arguments;
   for (int i = 1; i < argc; ++i) arguments.push_back(System::Text::fromUtf8(argv[i]));
   const auto platform = Platform::createQtPlatform(argc, argv);
+  const bool hasDisplay = platform->hasDisplay();
+  Setting::SettingService::setSystemMetricsSource([hasDisplay] { return Platform::querySystemMetrics(hasDisplay); });
   App::Application application(*platform, std::move(arguments));
   return application.run();
 }

@@ -1,10 +1,18 @@
 #include "edit/EditService.h"
 
+#include <mutex>
+
 #include "edit/Scene.h"
 
 namespace Edit {
 
 EditService::EditService() : project_(sceneDefaults_), currentScene_(project_.findScene(0)) {}
+
+void EditService::newProject() {
+  std::unique_lock exclusive(lock_);
+  project_.clear(sceneDefaults_);
+  currentScene_ = project_.findScene(0);
+}
 
 EditService::~EditService() = default;
 

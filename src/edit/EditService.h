@@ -40,6 +40,10 @@ class EditService {
   const SceneDefaults& sceneDefaults() const noexcept { return sceneDefaults_; }
   void setSceneDefaults(const SceneDefaults& defaults) { sceneDefaults_ = defaults; }
 
+  // Replaces the project with an empty one whose scene 0 has the current defaults.
+  // Takes the model's lock, so render readers never see it half made.
+  void newProject();
+
   // The player installs how to stop it; an edit section calls it before taking the lock.
   void setPlayerStop(std::function<void()> stop) { playerStop_ = std::move(stop); }
   // The event service connects its lists here. An empty function disconnects.

@@ -31,6 +31,7 @@ TEST(ProgramRun, TerminationSignalClosesInOrderAndWritesTheIni) {
   }
   const std::string ini = home.readFile("sorvel2/sorvel2.ini");
   EXPECT_NE(ini.find("[Logger]\r\nMaxViewLine=200\r\n"), std::string::npos) << ini;
+  EXPECT_NE(ini.find("[Edit]\r\nProjectWidth=1920\r\n"), std::string::npos) << ini;
   int logFiles = 0;
   for (const auto& entry : std::filesystem::directory_iterator(data / "Log")) logFiles += entry.path().extension() == ".log";
   EXPECT_EQ(logFiles, 1);
