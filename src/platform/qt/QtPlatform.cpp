@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QProcess>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <QWidget>
 
 #include <cstdlib>
@@ -15,6 +16,7 @@
 #include "platform/qt/QtMessagePresenter.h"
 #include "system/Exception.h"
 #include "system/Text.h"
+#include "system/TimerBackend.h"
 
 namespace Platform {
 
@@ -64,7 +66,7 @@ class MainWindow : public QWidget {
   std::function<void()> onCloseRequested_;
 };
 
-class QtPlatform : public App::Platform {
+class QtPlatform : public App::Platform, public System::TimerBackend {
  public:
   QtPlatform(int& argc, char** argv) : application_(argc, argv) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -72,9 +74,12 @@ class QtPlatform : public App::Platform {
     hasDisplay_ = name != QLatin1String("offscreen") && name != QLatin1String("minimal");
     dispatcher_ = std::make_unique<MainThreadDispatcher>(
         [this](const std::function<void()>& task) { runGuarded(task); });
+    System::setTimerBackend(this);
   }
 
   ~QtPlatform() override {
+    System::setTimerBackend(nullptr);
+    timers_.clear();
     notifiers_.clear();
     window_.reset();
     dispatcher_.reset();
@@ -120,6 +125,25 @@ class QtPlatform : public App::Platform {
     return createMessagePresenter(hasDisplay_);
   }
 
+  std::uint32_t start(std::int32_t milliseconds, bool precise, std::function<void()> callback) override {
+    auto timer = std::make_unique<QTimer>();
+    timer->setTimerType(precise ? Qt::PreciseTimer : Qt::CoarseTimer);
+    QObject::connect(timer.get(), &QTimer::timeout, [this, callback = std::move(callback)] { runGuarded(callback); });
+    timer->start(milliseconds);
+    const std::uint32_t id = ++lastTimerId_;
+    timers_[id] = std::move(timer);
+    return id;
+  }
+
+  void stop(std::uint32_t id) override {
+    const auto found = timers_.find(id);
+    if (found == timers_.end()) return;
+    // A timer may be stopped from its own callback: it goes once the callback is over.
+    found->second->stop();
+    found->second.release()->deleteLater();
+    timers_.erase(found);
+  }
+
   void startDetached(const std::vector<std::wstring>& arguments) override {
     QStringList list;
     for (const std::wstring& argument : arguments) list << toQString(argument);
@@ -146,6 +170,8 @@ class QtPlatform : public App::Platform {
   std::unique_ptr<MainThreadDispatcher> dispatcher_;
   std::unique_ptr<MainWindow> window_;
   std::map<int, std::unique_ptr<QSocketNotifier>> notifiers_;
+  std::map<std::uint32_t, std::unique_ptr<QTimer>> timers_;
+  std::uint32_t lastTimerId_ = 0;
   std::exception_ptr failure_;
 };
 
