@@ -15,6 +15,7 @@
 #include "system/ThreadPriority.h"
 #include "system/Text.h"
 #include "system/Version.h"
+#include "worker/WorkerThread.h"
 
 namespace App {
 
@@ -55,6 +56,7 @@ void Application::start() {
   Setting::SettingService* settings = Service<Setting::SettingService>::acquire();
   // 5. Main thread priority.
   System::Process::setThreadPriority(settings->config()["MainThreadPriority"].toInt(0));
+  Worker::WorkerThread::setThreadPriority(settings->config()["WorkerThreadPriority"].toInt(0));
   // 6. The log: from here on lines reach the file and the view.
   Service<System::Logger>::acquire();
   System::Log::info("App::Application::start", "%s %s start", System::kProductName, System::kVersion);

@@ -1,0 +1,74 @@
+// A named thread with a queue of tasks, run oldest first. Render, export and read-ahead
+// work runs on these. post, cancel, wait and stop may be called from any thread except
+// where noted; tasks run on the worker's own thread, never under its mutex.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <deque>
+#include <exception>
+#include <functional>
+#include <mutex>
+#include <thread>
+
+#include "sync/Event.h"
+#include "sync/Semaphore.h"
+
+namespace Worker {
+
+class WorkerThread {
+ public:
+  using Task = std::function<void()>;
+  // Reserved for the barrier of wait(); owners choose their kinds from 0 up.
+  static constexpr std::int32_t kBarrierKind = -1;
+
+  explicit WorkerThread(const char* name);
+  ~WorkerThread();
+  WorkerThread(const WorkerThread&) = delete;
+  WorkerThread& operator=(const WorkerThread&) = delete;
+
+  // Bounds the queue: post() then blocks while `maximum` tasks are waiting. Once only.
+  void setMax(std::int32_t maximum) { semaphore_.setMax(maximum); }
+
+  // Dropped silently once the worker has stopped.
+  void post(std::int32_t kind, Task task);
+  // Removes every queued task of `kind`; the running task is not touched.
+  void cancel(std::int32_t kind);
+  // Returns when everything queued before it has run. Not from the worker's own thread
+  // nor on a stopped worker: there it could never return, so it throws instead.
+  void wait();
+  // The running task finishes; queued tasks are dropped. From the worker's own thread it
+  // fails as a self-join does (std::system_error, resource_deadlock_would_occur).
+  void stop();
+
+  bool isRunning() const noexcept { return running_; }
+  bool isBusy() const noexcept { return busy_; }
+  const char* name() const noexcept { return name_; }
+
+  // Where an exception of a task goes after it is logged: the event service installs a
+  // reporter that sends it to the main thread. Set before workers start.
+  static void setExceptionReporter(std::function<void(std::exception_ptr)> reporter);
+  // The priority that new worker threads give themselves (WorkerThreadPriority).
+  static void setThreadPriority(int priority) noexcept;
+
+ private:
+  struct QueuedTask {
+    std::int32_t kind;
+    Task task;
+  };
+
+  void threadMain();
+  // Runs the oldest task; false when the queue was empty.
+  bool processTask();
+
+  const char* name_;
+  std::mutex mutex_;
+  Sync::Event wake_;
+  Sync::Semaphore semaphore_;
+  std::deque<QueuedTask> queue_;
+  std::atomic<bool> running_{true};
+  std::atomic<bool> busy_{false};
+  std::thread thread_;  // last: it starts once everything above exists
+};
+
+}  // namespace Worker
