@@ -1,11 +1,13 @@
 #include "app/Application.h"
 
 #include <exception>
+#include <thread>
 
 #include "app/CommandLine.h"
 #include "app/Platform.h"
 #include "dialog/MessageBox.h"
 #include "edit/EditService.h"
+#include "event/EventService.h"
 #include "setting/SettingService.h"
 #include "system/Log.h"
 #include "system/Logger.h"
@@ -62,7 +64,13 @@ void Application::start() {
   System::Log::info("App::Application::start", "%s %s start", System::kProductName, System::kVersion);
   // 7. Translation service.  8. Module trust list.  9. Image service.
   // 10-13. Paint service, graphics device, audio output, shared GPU and drawing resources.
-  // 14. Event service.  15. Keyboard shortcuts.  16. Window mouse service.
+  // 14. The event service: its commands travel through the main loop, and a failing
+  //     worker task comes back to the main thread as command 4.
+  Event::EventService* events = Service<Event::EventService>::acquire();
+  events->setPoster(&platform_);
+  events->setMainThread(std::this_thread::get_id());
+  Worker::WorkerThread::setExceptionReporter([events](std::exception_ptr failure) { events->postException(failure); });
+  // 15. Keyboard shortcuts.  16. Window mouse service.
   // 17. Window service: for now a plain main window stands in for it.
   platform_.createMainWindow(System::Text::fromUtf8(System::kProductName), [this] { requestClose(); });
   // 18. Status line "Initializing...".
@@ -75,8 +83,9 @@ void Application::start() {
   // 24. Render front.  25. Window contents.  26. Menus.  27. Trust list saved.
   // 28. Layout shown.  29. Status line cleared.
   // 30. Application begin: the edit service reads the command line (the project life
-  //     cycle opens what it names).
+  //     cycle opens what it names), then every other listener in subscription order.
   parseCommandLine(arguments_);
+  events->applicationBegin.fire();
 
   // SIGTERM and SIGINT close the program as the main window's close button does.
   terminationDescriptor_ = System::TerminationSignals::install();
@@ -104,11 +113,15 @@ void Application::runMainLoop() {
 // writes sorvel2.ini, so the file is written only on an orderly way down.
 void Application::shutdown() {
   platform_.unwatch(terminationDescriptor_);
-  // 1. Cache stop flag and pre-load worker.  2. Application end list.
+  // 1. Cache stop flag and pre-load worker.
+  // 2. Application end list.
+  Service<Event::EventService>::get()->applicationEnd.fire();
   // 3. Player stopped.  4. Render front workers stopped.
   // 5. Releases, in reverse order of creation.
   Service<Edit::EditService>::release();
   platform_.destroyMainWindow();
+  Worker::WorkerThread::setExceptionReporter(nullptr);
+  Service<Event::EventService>::release();
   System::Log::info("App::Application::shutdown", "%s end", System::kProductName);
   Service<System::Logger>::release();
   Dialog::setPresenter(nullptr);

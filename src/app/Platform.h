@@ -9,13 +9,15 @@
 #include <string>
 #include <vector>
 
+#include "event/MainThreadPoster.h"
+
 namespace Dialog {
 class MessagePresenter;
 }
 
 namespace App {
 
-class Platform {
+class Platform : public Event::MainThreadPoster {
  public:
   virtual ~Platform() = default;
 
@@ -32,8 +34,8 @@ class Platform {
   virtual void run() = 0;
   virtual void quit() = 0;
 
-  // Any thread. The task runs on the main thread inside the loop, in posting order.
-  virtual void post(std::function<void()> task) = 0;
+  // post(), from any thread: the task runs on the main thread inside the loop, in
+  // posting order.
 
   // Main thread. The callback runs on the main thread whenever `descriptor` is readable.
   virtual void watch(int descriptor, std::function<void()> callback) = 0;
