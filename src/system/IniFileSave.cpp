@@ -2,6 +2,7 @@
 #include "system/FileName.h"
 #include "system/IniFile.h"
 #include "system/Log.h"
+#include "system/ReplacingFile.h"
 #include "system/Text.h"
 
 namespace System {
@@ -32,9 +33,10 @@ IniFile::Save::Save(const IniFile& ini, const std::wstring& path) {
     appendSection(content, section.key);
     for (const auto& entry : section.value) appendLine(content, entry.key, entry.value.text);
   }
-  File file;
-  file.open(expanded, File::Mode::Write);
+  // Replaced whole or not at all: a failure never leaves a half-written settings file.
+  ReplacingFile file(expanded);
   file.write(content);
+  file.commit();
 }
 
 // A line is built first and goes out in one write: the file is unbuffered.
