@@ -1,12 +1,11 @@
 #include "event/EventService.h"
 
 #include <exception>
+#include <memory>
 
 #include "dialog/MessageBox.h"
 #include "sync/Event.h"
-#include "system/Exception.h"
 #include "system/Log.h"
-#include "system/Text.h"
 
 namespace Event {
 
@@ -55,18 +54,27 @@ void EventService::sendCommand(EventCommandType type, std::function<void()> work
     return;
   }
   // The sender waits for the main thread; whatever the work throws travels back to it.
+  // The sender is let go when the posted function is destroyed, which follows its run
+  // and also happens when a main loop on its way down discards it unrun: a worker that
+  // sends during shutdown must not hang its own stop().
   Sync::Event done;
   std::exception_ptr failure;
-  poster_->post([&, type]() {
+  bool ran = false;
+  std::shared_ptr<Sync::Event> signal(&done, [](Sync::Event* event) { event->set(); });
+  poster_->post([this, type, &work, &failure, &ran, signal = std::move(signal)] {
+    ran = true;
     try {
       processEventCommandMessage(static_cast<std::int32_t>(type), std::move(work));
     } catch (...) {
       failure = std::current_exception();
     }
-    done.set();
   });
   done.wait();
   if (failure) std::rethrow_exception(failure);
+  if (!ran) {
+    System::Log::warn("Event::EventService::sendCommand", "the main loop dropped EventCommandType %d.",
+                      static_cast<int>(type));
+  }
 }
 
 void EventService::processEventCommandMessage(std::int32_t type, EventPayload payload) {

@@ -35,7 +35,8 @@ enum class EventCommandType : std::int32_t {
 };
 
 // A command's payload: a number, an exception, a text or work for the main thread.
-using EventPayload = std::variant<std::monostate, std::int32_t, std::exception_ptr, std::wstring, std::function<void()>>;
+using EventPayload =
+    std::variant<std::monostate, std::int32_t, std::exception_ptr, std::wstring, std::function<void()>>;
 
 class EventService {
  public:
@@ -80,16 +81,16 @@ class EventService {
   void postCacheChanged() { postCommand(EventCommandType::CacheChanged, std::monostate{}); }
   // Ends the program by its exit path: the exception is rethrown on the main thread.
   void postException(std::exception_ptr exception) { postCommand(EventCommandType::Exception, exception); }
-  void postExceptionDialog(std::exception_ptr exception) {
-    postCommand(EventCommandType::ExceptionDialog, exception);
-  }
+  void postExceptionDialog(std::exception_ptr exception) { postCommand(EventCommandType::ExceptionDialog, exception); }
   void postErrorDialog(std::wstring text) { postCommand(EventCommandType::ErrorDialog, std::move(text)); }
   void postRelayout() { postCommand(EventCommandType::Relayout, std::monostate{}); }
   void postExportEnded() { postCommand(EventCommandType::ExportEnded, std::monostate{}); }
 
-  // Sent commands: the caller waits until the main thread has run `work`. A caller that
-  // holds a scene reader must release it first, since the main thread may be waiting
-  // for the exclusive lock.
+  // Sent commands: the caller waits until the main thread has run `work`, and gets back
+  // what it threw. A caller that holds a scene reader must release it first, since the
+  // main thread may be waiting for the exclusive lock. From the main thread, and where
+  // no main loop was set (tests of other services), the work runs at once on the
+  // caller's thread.
   void sendPluginRequest(std::function<void()> work) { sendCommand(EventCommandType::PluginRequest, std::move(work)); }
   void sendCopyImage(std::function<void()> work) { sendCommand(EventCommandType::CopyImage, std::move(work)); }
 

@@ -3,10 +3,10 @@
 namespace Sync {
 
 void Event::set() {
-  {
-    std::lock_guard lock(mutex_);
-    signalled_ = true;
-  }
+  // Notified under the lock: a waiter may destroy the event as soon as it sees it set,
+  // as the barrier of a worker does, so set() must be done with it by then.
+  std::lock_guard lock(mutex_);
+  signalled_ = true;
   changed_.notify_all();
 }
 

@@ -1,8 +1,8 @@
 #include "worker/WorkerThread.h"
 
-#include <algorithm>
 #include <atomic>
-#include <chrono>
+#include <memory>
+#include <utility>
 
 #include "system/Exception.h"
 #include "system/Log.h"
@@ -12,17 +12,25 @@ namespace Worker {
 
 namespace {
 
-std::function<void(std::exception_ptr)>& exceptionReporter() {
-  static std::function<void(std::exception_ptr)> reporter;
-  return reporter;
-}
+std::mutex reporterMutex;
+std::function<void(std::exception_ptr)> exceptionReporter;
 
 std::atomic<int> workerPriority{0};
+
+void report(std::exception_ptr exception) {
+  std::function<void(std::exception_ptr)> reporter;
+  {
+    std::lock_guard lock(reporterMutex);
+    reporter = exceptionReporter;
+  }
+  if (reporter) reporter(std::move(exception));
+}
 
 }  // namespace
 
 void WorkerThread::setExceptionReporter(std::function<void(std::exception_ptr)> reporter) {
-  exceptionReporter() = std::move(reporter);
+  std::lock_guard lock(reporterMutex);
+  exceptionReporter = std::move(reporter);
 }
 
 void WorkerThread::setThreadPriority(int priority) noexcept { workerPriority = priority; }
@@ -44,15 +52,16 @@ void WorkerThread::post(std::int32_t kind, Task task) {
 }
 
 void WorkerThread::cancel(std::int32_t kind) {
-  std::int32_t removed = 0;
+  // Dropped tasks are destroyed outside the mutex: what they hold may post to this
+  // worker, or let a barrier's waiter go, as it goes.
+  std::deque<QueuedTask> dropped;
   {
     std::lock_guard lock(mutex_);
-    const auto first = std::remove_if(queue_.begin(), queue_.end(),
-                                      [kind](const QueuedTask& queued) { return queued.kind == kind; });
-    removed = static_cast<std::int32_t>(queue_.end() - first);
-    queue_.erase(first, queue_.end());
+    std::deque<QueuedTask> kept;
+    for (QueuedTask& queued : queue_) (queued.kind == kind ? dropped : kept).push_back(std::move(queued));
+    queue_.swap(kept);
   }
-  if (removed > 0) semaphore_.release(removed);
+  if (!dropped.empty()) semaphore_.release(static_cast<std::int32_t>(dropped.size()));
 }
 
 void WorkerThread::wait() {
@@ -61,34 +70,46 @@ void WorkerThread::wait() {
                                 std::string(name_));
   }
   Sync::Event done;
-  post(kBarrierKind, [&done] { done.set(); });
-  // A stop() meanwhile drops the barrier task: look again now and then.
-  while (!done.waitFor(std::chrono::milliseconds(100))) {
-    if (!running_) return;
-  }
+  // The barrier signals when the task is destroyed, which follows its run and also
+  // happens when stop() or cancel(kBarrierKind) drops it: the caller never waits for a
+  // task that will not come.
+  std::shared_ptr<Sync::Event> signal(&done, [](Sync::Event* event) { event->set(); });
+  post(kBarrierKind, [signal = std::move(signal)] {});
+  done.wait();
 }
 
 void WorkerThread::stop() {
-  if (thread_.get_id() == std::this_thread::get_id()) {
+  if (std::this_thread::get_id() == thread_.get_id()) {
     thread_.join();  // throws resource_deadlock_would_occur, as a self-join must
   }
-  if (!running_.exchange(false)) return;
+  {
+    // Cleared under the mutex, so the thread either sees it before it decides to sleep
+    // or is already asleep when the wake event below is set.
+    std::lock_guard lock(mutex_);
+    if (!running_) return;
+    running_ = false;
+  }
   wake_.set();
   semaphore_.open();
-  if (thread_.joinable()) thread_.join();
+  thread_.join();
+  std::deque<QueuedTask> dropped;
   std::lock_guard lock(mutex_);
-  queue_.clear();
+  dropped.swap(queue_);
 }
 
 void WorkerThread::threadMain() {
   System::Process::setThreadPriority(workerPriority);
-  while (running_) {
+  for (;;) {
     {
       std::unique_lock lock(mutex_);
+      if (!running_) return;
       if (queue_.empty()) {
+        // Reset under the mutex: post() and stop() change the state under it before
+        // they set the event, so no wake-up is lost between this check and the wait.
         wake_.reset();
         lock.unlock();
         wake_.wait();
+        continue;
       }
     }
     while (running_ && processTask()) {
@@ -97,16 +118,13 @@ void WorkerThread::threadMain() {
 }
 
 bool WorkerThread::processTask() {
-  busy_ = true;
   QueuedTask next;
   {
     std::lock_guard lock(mutex_);
-    if (queue_.empty()) {
-      busy_ = false;
-      return false;
-    }
+    if (queue_.empty()) return false;
     next = std::move(queue_.front());
     queue_.pop_front();
+    busy_ = true;
   }
   // The slot is free once the task is taken, not when it has finished.
   semaphore_.release();
@@ -114,7 +132,7 @@ bool WorkerThread::processTask() {
     next.task();
   } catch (const std::exception& exception) {
     System::Log::error("Worker::WorkerThread::processTask", "[%s] exception.\n%s", name_, exception.what());
-    if (exceptionReporter()) exceptionReporter()(std::current_exception());
+    report(std::current_exception());
   }
   busy_ = false;
   return true;

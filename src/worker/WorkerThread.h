@@ -34,8 +34,9 @@ class WorkerThread {
   void post(std::int32_t kind, Task task);
   // Removes every queued task of `kind`; the running task is not touched.
   void cancel(std::int32_t kind);
-  // Returns when everything queued before it has run. Not from the worker's own thread
-  // nor on a stopped worker: there it could never return, so it throws instead.
+  // Returns when everything queued before it has run, or when a stop() meanwhile dropped
+  // it. From the worker's own thread or on a stopped worker it could never return, so it
+  // throws a NoteException instead.
   void wait();
   // The running task finishes; queued tasks are dropped. From the worker's own thread it
   // fails as a self-join does (std::system_error, resource_deadlock_would_occur).
@@ -45,10 +46,11 @@ class WorkerThread {
   bool isBusy() const noexcept { return busy_; }
   const char* name() const noexcept { return name_; }
 
-  // Where an exception of a task goes after it is logged: the event service installs a
-  // reporter that sends it to the main thread. Set before workers start.
+  // Where an exception of a task goes after it is logged: the entry point installs one
+  // that posts event command 4. Without one the exception is only logged. Any thread.
   static void setExceptionReporter(std::function<void(std::exception_ptr)> reporter);
-  // The priority that new worker threads give themselves (WorkerThreadPriority).
+  // The priority that worker threads started from now on give themselves (the
+  // WorkerThreadPriority key); one for all workers, there is no per-worker priority.
   static void setThreadPriority(int priority) noexcept;
 
  private:
@@ -66,6 +68,8 @@ class WorkerThread {
   Sync::Event wake_;
   Sync::Semaphore semaphore_;
   std::deque<QueuedTask> queue_;
+  // Written under the mutex; the reads without it (post's early drop, the task loop)
+  // may race a stop() and lose nothing by it.
   std::atomic<bool> running_{true};
   std::atomic<bool> busy_{false};
   std::thread thread_;  // last: it starts once everything above exists

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <chrono>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <system_error>
@@ -50,36 +50,63 @@ TEST(WorkerThread, RunsInOrderCancelsByKindAndWaitsAtTheBarrier) {
   worker.wait();
   worker.wait();  // the task posted by b ran before the second barrier
   EXPECT_EQ(marks.list, (std::vector<std::string>{"a", "b", "c", "posted by b"}));
+  EXPECT_FALSE(worker.isBusy());
 }
 
-TEST(WorkerThread, BoundedQueueBlocksUntilATaskIsTaken) {
-  WorkerThread worker("Bounded");
+TEST(WorkerThread, BoundedPostWaitsForATaskToBeTakenNotFinished) {
+  WorkerThread worker("RenderObjectWorkerAudio");
   worker.setMax(10);
-  Sync::Event firstRunning, releaseFirst;
+  Sync::Event firstRunning, releaseFirst, releaseSecond;
   worker.post(0, [&] {
     firstRunning.set();
     releaseFirst.wait();
   });
   ASSERT_TRUE(firstRunning.waitFor(kGuard));  // taken: its slot is free again
-  for (int i = 0; i < 10; ++i) worker.post(1, [] {});
+  worker.post(0, [&] { releaseSecond.wait(); });
+  for (int i = 0; i < 9; ++i) worker.post(1, [] {});
 
-  std::atomic<bool> eleventhPosted{false};
+  Sync::Event eleventhPosted;
   std::thread producer([&] {
     worker.post(1, [] {});
-    eleventhPosted = true;
+    eleventhPosted.set();
   });
-  // The producer cannot get through while ten wait and the first still runs...
-  std::this_thread::sleep_for(50ms);
-  EXPECT_FALSE(eleventhPosted);
-  // ...and cancelling frees the slots it waits for.
-  worker.cancel(1);
-  producer.join();
-  EXPECT_TRUE(eleventhPosted);
+  worker.cancel(7);  // nothing of that kind is queued, so no slot may come free
+  EXPECT_FALSE(eleventhPosted.waitFor(50ms));
+  // The worker now takes the second task, which keeps running: that alone frees a slot.
   releaseFirst.set();
+  EXPECT_TRUE(eleventhPosted.waitFor(kGuard));
+  EXPECT_TRUE(worker.isBusy());
+  releaseSecond.set();
+  producer.join();
   worker.wait();
 }
 
-TEST(WorkerThread, StopDropsQueuedTasksAndLaterPosts) {
+TEST(WorkerThread, CancelFreesTheSlotsABlockedProducerWaitsFor) {
+  WorkerThread worker("Bounded");
+  worker.setMax(2);
+  Sync::Event running, gate;
+  Marks marks;
+  worker.post(0, [&] {
+    running.set();
+    gate.wait();
+  });
+  ASSERT_TRUE(running.waitFor(kGuard));
+  worker.post(1, [&] { marks.add("cancelled"); });
+  worker.post(1, [&] { marks.add("cancelled"); });
+  Sync::Event posted;
+  std::thread producer([&] {
+    worker.post(1, [&] { marks.add("posted after cancel"); });
+    posted.set();
+  });
+  worker.cancel(1);
+  EXPECT_TRUE(posted.waitFor(kGuard));  // while the gate still holds the worker
+  gate.set();
+  producer.join();
+  worker.wait();
+  EXPECT_EQ(marks.list, (std::vector<std::string>{"posted after cancel"}));
+}
+
+TEST(WorkerThread, StopFinishesTheRunningTaskAndDropsTheRest) {
   Marks marks;
   auto worker = std::make_unique<WorkerThread>("Stopping");
   worker->setMax(1);
@@ -91,6 +118,7 @@ TEST(WorkerThread, StopDropsQueuedTasksAndLaterPosts) {
   });
   ASSERT_TRUE(running.waitFor(kGuard));
   worker->post(0, [&] { marks.add("queued"); });
+  // Blocked at the bound; the stop lets it go and its task is dropped.
   std::thread blockedProducer([&] { worker->post(0, [&] { marks.add("blocked"); }); });
   std::thread stopper([&] { worker->stop(); });
   while (worker->isRunning()) std::this_thread::yield();
@@ -102,25 +130,42 @@ TEST(WorkerThread, StopDropsQueuedTasksAndLaterPosts) {
   EXPECT_THROW(worker->wait(), System::NoteException);
 }
 
-TEST(WorkerThread, StopFromItsOwnThreadFailsLikeASelfJoin) {
+// Each round lets the thread reach its idle wait, or not, just as the stop comes.
+TEST(WorkerThread, StopNeverMissesAnIdleThread) {
+  for (int round = 0; round < 1000; ++round) {
+    WorkerThread worker("Idle");
+    if (round % 3 == 0) worker.post(0, [] {});
+  }
+}
+
+TEST(WorkerThread, WaitAndStopFromTheWorkersOwnThreadFailInsteadOfDeadlocking) {
   WorkerThread worker("Self");
-  std::error_code error;
+  bool waitRefused = false;
+  std::error_code stopError;
   worker.post(0, [&] {
+    try {
+      worker.wait();
+    } catch (const System::NoteException&) {
+      waitRefused = true;
+    }
     try {
       worker.stop();
     } catch (const std::system_error& e) {
-      error = e.code();
+      stopError = e.code();
     }
   });
   worker.wait();
-  EXPECT_EQ(error, std::errc::resource_deadlock_would_occur);
+  EXPECT_TRUE(waitRefused);
+  EXPECT_EQ(stopError, std::errc::resource_deadlock_would_occur);
   EXPECT_TRUE(worker.isRunning());
 }
 
 TEST(WorkerThread, AFailingTaskIsReportedAndTheWorkerGoesOn) {
   std::vector<std::string> errors;
   System::Log::setHandler([&](const System::Log::Type& type, const char* place, const char* message) {
-    if (std::string(place) == "Worker::WorkerThread::processTask") errors.push_back(std::string(type.name) + " " + message);
+    if (std::string(place) == "Worker::WorkerThread::processTask") {
+      errors.push_back(std::string(type.name) + " " + message);
+    }
   });
   std::exception_ptr reported;
   WorkerThread::setExceptionReporter([&](std::exception_ptr e) { reported = e; });

@@ -3,10 +3,13 @@
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "dialog/MessageBox.h"
 #include "event/EventService.h"
 #include "event/Subscriptions.h"
 #include "sync/Event.h"
@@ -35,12 +38,27 @@ class QueuedPoster : public Event::MainThreadPoster {
     for (auto& task : tasks) task();
     return static_cast<int>(tasks.size());
   }
+  // A main loop on its way down discards what is still queued.
+  void dropPosted() {
+    std::lock_guard lock(mutex_);
+    tasks_.clear();
+    posted_.reset();
+  }
   Sync::Event& posted() { return posted_; }
 
  private:
   std::mutex mutex_;
   std::deque<std::function<void()>> tasks_;
   Sync::Event posted_;
+};
+
+class RecordingPresenter : public Dialog::MessagePresenter {
+ public:
+  std::optional<bool> show(const std::wstring& text, const std::wstring& caption, Dialog::MessageKind) override {
+    shown.emplace_back(text, caption);
+    return true;
+  }
+  std::vector<std::pair<std::wstring, std::wstring>> shown;
 };
 
 class EventServiceTest : public ::testing::Test {
@@ -125,6 +143,52 @@ TEST_F(EventServiceTest, SendBlocksTheSenderUntilTheMainThreadRanIt) {
   EXPECT_TRUE(direct);
 }
 
+TEST_F(EventServiceTest, ASendReturnsWhatTheWorkThrewAndEndsWhenTheLoopDropsIt) {
+  std::exception_ptr caught;
+  std::thread failing([&] {
+    try {
+      events_.sendPluginRequest(
+          [] { throw System::NoteException("Plugin::CommonPluginService::request", "refused."); });
+    } catch (const System::NoteException&) {
+      caught = std::current_exception();
+    }
+  });
+  ASSERT_TRUE(poster_.posted().waitFor(std::chrono::seconds(10)));
+  poster_.runPosted();
+  failing.join();
+  EXPECT_TRUE(caught);
+
+  std::vector<std::string> warnings;
+  System::Log::setHandler([&](const System::Log::Type& type, const char* place, const char* message) {
+    warnings.push_back(std::string(type.name) + " " + place + " " + message);
+  });
+  bool ran = false;
+  std::thread dropped([&] { events_.sendCopyImage([&] { ran = true; }); });
+  ASSERT_TRUE(poster_.posted().waitFor(std::chrono::seconds(10)));
+  poster_.dropPosted();
+  dropped.join();
+  System::Log::resetHandler();
+  EXPECT_FALSE(ran);
+  EXPECT_EQ(
+      warnings,
+      (std::vector<std::string>{"WARN Event::EventService::sendCommand the main loop dropped EventCommandType 8."}));
+}
+
+TEST_F(EventServiceTest, DialogCommandsShowTheirTextAndTheProgramGoesOn) {
+  auto presenter = std::make_shared<RecordingPresenter>();
+  Dialog::setPresenter(presenter);
+  std::thread worker([&] {
+    events_.postExceptionDialog(std::make_exception_ptr(std::runtime_error("cache full.")));
+    // The text is the argument of the box, never its format.
+    events_.postErrorDialog(L"100% done");
+  });
+  worker.join();
+  EXPECT_EQ(poster_.runPosted(), 2);
+  Dialog::setPresenter(nullptr);
+  EXPECT_EQ(presenter->shown, (std::vector<std::pair<std::wstring, std::wstring>>{
+                                  {L"cache full.", Dialog::exceptionCaption()}, {L"100% done", L"Sorvel Vantor2"}}));
+}
+
 TEST_F(EventServiceTest, UnknownCommandTypeWarns) {
   std::vector<std::string> warnings;
   System::Log::setHandler([&](const System::Log::Type& type, const char* place, const char* message) {
@@ -132,8 +196,9 @@ TEST_F(EventServiceTest, UnknownCommandTypeWarns) {
   });
   events_.processEventCommandMessage(10, std::monostate{});
   System::Log::resetHandler();
-  EXPECT_EQ(warnings, (std::vector<std::string>{
-                          "WARN Event::EventService::processEventCommandMessage unknown EventCommandType."}));
+  EXPECT_EQ(
+      warnings,
+      (std::vector<std::string>{"WARN Event::EventService::processEventCommandMessage unknown EventCommandType."}));
 }
 
 }  // namespace
