@@ -19,8 +19,8 @@ void Project::clear(const SceneDefaults& defaults) {
 }
 
 std::shared_ptr<Scene> Project::findScene(std::int32_t id) const {
-  const std::shared_ptr<Scene>* scene = scenes_.find(id);
-  return scene ? *scene : nullptr;
+  const auto* entry = scenes_.find(id);
+  return entry ? entry->value : nullptr;
 }
 
 std::shared_ptr<Scene> Project::addScene(std::int32_t id, const SceneDefaults& defaults) {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "edit/OrderedMap.h"
+#include "system/OrderedMap.h"
 #include "edit/SceneDefaults.h"
 
 namespace Edit {
@@ -18,12 +18,12 @@ class Scene;
 // What one plug-in stores in the project; saved only while `inUse` is set.
 struct PluginData {
   bool inUse = false;
-  OrderedMap<std::string, std::string> values;
+  System::OrderedMap<std::string, std::string> values;
 };
 
 class Project {
  public:
-  using SceneMap = OrderedMap<std::int32_t, std::shared_ptr<Scene>>;
+  using SceneMap = System::OrderedMap<std::int32_t, std::shared_ptr<Scene>>;
 
   explicit Project(const SceneDefaults& defaults);
   ~Project();
@@ -48,7 +48,7 @@ class Project {
 
   std::wstring file;  // empty for a new project; variables expanded
   std::int32_t currentScene = 0;
-  OrderedMap<std::wstring, PluginData> pluginData;
+  System::OrderedMap<std::wstring, PluginData> pluginData;
 
  private:
   SceneMap scenes_;

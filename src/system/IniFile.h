@@ -5,13 +5,13 @@
 
 #include <array>
 #include <cstdint>
-#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
+
+#include "system/OrderedMap.h"
 
 namespace System {
 
@@ -19,51 +19,8 @@ class File;
 
 class IniFile {
  public:
-  // A hash map that keeps its entries in insertion order, which is the order of
-  // writing. Entries never move, so pointers to them stay valid while the map lives.
   template <class T>
-  class OrderedMap {
-   public:
-    struct Entry {
-      template <class... Args>
-      explicit Entry(std::string_view key, Args&&... args) : key(key), value(std::forward<Args>(args)...) {}
-      const std::string key;
-      T value;
-    };
-
-    OrderedMap() = default;
-    OrderedMap(const OrderedMap&) = delete;
-    OrderedMap& operator=(const OrderedMap&) = delete;
-
-    Entry* find(std::string_view key) {
-      const auto found = index_.find(key);
-      return found == index_.end() ? nullptr : found->second;
-    }
-    const Entry* find(std::string_view key) const { return const_cast<OrderedMap*>(this)->find(key); }
-    // An existing key keeps its entry and its value; `inserted` tells which happened.
-    template <class... Args>
-    std::pair<Entry*, bool> tryEmplace(std::string_view key, Args&&... args) {
-      if (Entry* existing = find(key)) return {existing, false};
-      Entry& entry = entries_.emplace_back(key, std::forward<Args>(args)...);
-      index_.emplace(std::string_view(entry.key), &entry);
-      return {&entry, true};
-    }
-    void clear() noexcept {
-      index_.clear();
-      entries_.clear();
-    }
-    std::size_t size() const noexcept { return entries_.size(); }
-    bool empty() const noexcept { return entries_.empty(); }
-    auto begin() noexcept { return entries_.begin(); }
-    auto end() noexcept { return entries_.end(); }
-    auto begin() const noexcept { return entries_.begin(); }
-    auto end() const noexcept { return entries_.end(); }
-
-   private:
-    std::deque<Entry> entries_;
-    // Views into the keys of `entries_`, which a deque never moves.
-    std::unordered_map<std::string_view, Entry*> index_;
-  };
+  using OrderedMap = System::OrderedMap<std::string, T>;
 
   // One stored value and the typed readings of it. Conversions that a caller insists on
   // throw System::NoteException with a note naming the file, line, section and key.

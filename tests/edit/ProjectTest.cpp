@@ -62,7 +62,8 @@ TEST(Project, PluginValuesKeepInsertionOrderAcrossErase) {
   data.values.tryEmplace("c", "3");
   EXPECT_FALSE(data.values.tryEmplace("b", "changed").second);
   EXPECT_TRUE(data.values.erase("a"));
-  const std::vector<std::pair<std::string, std::string>> entries(data.values.begin(), data.values.end());
+  std::vector<std::pair<std::string, std::string>> entries;
+  for (const auto& [key, value] : data.values) entries.emplace_back(key, value);
   EXPECT_EQ(entries, (std::vector<std::pair<std::string, std::string>>{{"b", "1"}, {"c", "3"}}));
 }
 

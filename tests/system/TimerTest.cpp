@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "sync/Timer.h"
 #include "system/Exception.h"
 #include "system/Timer.h"
 #include "system/TimerBackend.h"
@@ -42,6 +43,26 @@ TEST(Timer, SetAgainRearmsAndDestructionClears) {
     EXPECT_FALSE(timer.isSet());
     EXPECT_TRUE(backend.running.empty());
     timer.set(100, [] {});
+  }
+  EXPECT_TRUE(backend.running.empty());
+  System::setTimerBackend(nullptr);
+}
+
+TEST(Timer, SyncTimerStepsPreciselyWithItsOwnCallback) {
+  RecordingBackend backend;
+  System::setTimerBackend(&backend);
+  int steps = 0;
+  {
+    Sync::Timer timer([&] { ++steps; });
+    timer.setInterval(12);
+    ASSERT_EQ(backend.running.size(), 1u);
+    EXPECT_TRUE(backend.running.begin()->second.precise);
+    EXPECT_EQ(backend.running.begin()->second.milliseconds, 12);
+    backend.running.begin()->second.callback();
+    timer.setInterval(200);
+    ASSERT_EQ(backend.running.size(), 1u);
+    backend.running.begin()->second.callback();
+    EXPECT_EQ(steps, 2);
   }
   EXPECT_TRUE(backend.running.empty());
   System::setTimerBackend(nullptr);
