@@ -7,6 +7,7 @@
 #include "app/Platform.h"
 #include "dialog/MessageBox.h"
 #include "edit/EditService.h"
+#include "effect/EffectService.h"
 #include "event/EventService.h"
 #include "setting/SettingService.h"
 #include "system/Log.h"
@@ -75,7 +76,10 @@ void Application::start() {
   platform_.createMainWindow(System::Text::fromUtf8(System::kProductName), [this] { requestClose(); });
   // 18. Status line "Initializing...".
   // 19. Input, output, script, filter plug-in, script module and common plug-in services.
-  // 20. Cache.  21. Effect registry.  22. Undo service.
+  // 20. Cache.
+  // 21. The effect registry: movements, built-in effects, aliases, time-control presets.
+  Service<Effect::EffectService>::acquire();
+  // 22. Undo service.
   // 23. The edit service, with the empty project and scene 0.
   Edit::EditService* edit = Service<Edit::EditService>::acquire();
   edit->setSceneDefaults(settings->sceneDefaults());
@@ -119,6 +123,7 @@ void Application::shutdown() {
   // 3. Player stopped.  4. Render front workers stopped.
   // 5. Releases, in reverse order of creation.
   Service<Edit::EditService>::release();
+  Service<Effect::EffectService>::release();
   platform_.destroyMainWindow();
   Worker::WorkerThread::setExceptionReporter(nullptr);
   Service<Event::EventService>::release();

@@ -151,4 +151,12 @@ std::wstring extension(std::wstring_view path) {
   return dot == std::wstring::npos ? std::wstring() : Text::toLowerAscii(std::wstring_view(name).substr(dot + 1));
 }
 
+std::wstring normalize(std::wstring_view path) {
+  if (path.empty()) return {};
+  std::wstring slashed(path);
+  std::replace(slashed.begin(), slashed.end(), L'\\', L'/');
+  std::wstring normal = std::filesystem::path(slashed).lexically_normal().generic_wstring();
+  return normal.empty() ? slashed : normal;
+}
+
 }  // namespace System::FileName

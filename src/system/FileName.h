@@ -26,6 +26,11 @@ std::wstring fileName(std::wstring_view path);       // after the last separator
 std::wstring baseName(std::wstring_view path);       // file name without its extension
 std::wstring extension(std::wstring_view path);      // lower case, without the dot, or empty
 
+// The form in which items keep a media path: "\" separators of files written on
+// another system become "/", and "." and ".." steps are resolved in the text. Empty
+// stays empty.
+std::wstring normalize(std::wstring_view path);
+
 // The variables and their directories in table order, filled by the first call.
 const std::vector<std::pair<std::wstring, std::wstring>>& variables();
 

@@ -12,9 +12,15 @@
 
 #include "system/Exception.h"
 #include "system/IniFile.h"
+#include "system/NumberText.h"
 #include "system/Text.h"
 
 namespace System {
+
+using NumberText::formatFixed;
+using NumberText::hexDigit;
+using NumberText::parseInteger;
+using NumberText::parseReal;
 
 namespace {
 
@@ -23,60 +29,6 @@ constexpr const char* kToFloatPlace = "System::IniFile::VALUE::toFloat";
 constexpr const char* kToDoublePlace = "System::IniFile::VALUE::toDouble";
 constexpr const char* kToStringPlace = "System::IniFile::VALUE::toString";
 constexpr const char* kToRGBAPlace = "System::IniFile::VALUE::toRGBA";
-
-bool isCBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r'; }
-
-// Skips what strtol skips before the digits: blanks, then a '+' that from_chars does not
-// take itself. A second sign after it ("+-1") is no number.
-std::optional<std::string_view> numberStart(std::string_view text) {
-  std::size_t at = 0;
-  while (at < text.size() && isCBlank(text[at])) ++at;
-  if (at < text.size() && text[at] == '+') {
-    ++at;
-    if (at < text.size() && (text[at] == '+' || text[at] == '-')) return std::nullopt;
-  }
-  return text.substr(at);
-}
-
-template <class T>
-std::optional<T> parseInteger(std::string_view text) {
-  const auto start = numberStart(text);
-  if (!start) return std::nullopt;
-  T value{};
-  const auto [end, error] = std::from_chars(start->data(), start->data() + start->size(), value, 10);
-  if (error != std::errc()) return std::nullopt;
-  return value;
-}
-
-template <class T>
-std::optional<T> parseReal(std::string_view text) {
-  const auto start = numberStart(text);
-  if (!start) return std::nullopt;
-  // from_chars would read "inf" and "nan"; the program's files never hold them.
-  const std::size_t mantissa = !start->empty() && start->front() == '-' ? 1 : 0;
-  if (mantissa >= start->size()) return std::nullopt;
-  const char first = (*start)[mantissa];
-  if (first != '.' && (first < '0' || first > '9')) return std::nullopt;
-  T value{};
-  const auto [end, error] = std::from_chars(start->data(), start->data() + start->size(), value,
-                                            std::chars_format::general);
-  if (error != std::errc() || !std::isfinite(value)) return std::nullopt;
-  return value;
-}
-
-// What printf("%f") gives in the C locale: fixed notation, six decimals.
-// The largest double takes 309 digits before the point, so the buffer always suffices.
-std::string formatFixed(double value) {
-  char buffer[400];
-  return std::string(buffer, std::to_chars(buffer, buffer + sizeof(buffer), value, std::chars_format::fixed, 6).ptr);
-}
-
-int hexDigit(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  return -1;
-}
 
 std::array<float, 4> parseRGBA(std::string_view text) {
   const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };

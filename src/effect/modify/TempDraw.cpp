@@ -1,0 +1,8 @@
+#include "effect/modify/TempDraw.h"
+
+namespace Effect {
+
+const EffectInfo TempDraw::kInfo{L"オフスクリーン描画", EffectType::Filter, EffectMedia::Video, EffectMedia::Video,
+                                 L"", std::span<const ItemSpec>{}};
+
+}  // namespace Effect

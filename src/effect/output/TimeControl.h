@@ -1,0 +1,27 @@
+// 時間制御(オブジェクト): plays a range of layers below it at another time: a position
+// curve over the object's length, repeated and with dropped frames.
+#pragma once
+
+#include "effect/EffectBase.h"
+
+namespace Effect {
+
+class EffectItemLayerRange;
+class EffectItemNumber;
+
+class TimeControl final : public EffectInstance<TimeControl> {
+ public:
+  static const EffectInfo kInfo;
+  TimeControl();
+
+  std::int32_t getLayerRange() const override;
+  // 位置 runs straight from 0 to 100 percent, so a new time control plays its range
+  // forward once, as if it were not there.
+  void initialize() override;
+
+ private:
+  EffectItemNumber& position_;
+  const EffectItemLayerRange& layerRange_;
+};
+
+}  // namespace Effect
