@@ -82,8 +82,6 @@ std::shared_ptr<Media::AudioBlockBuffer> EffectBase::filterAudio(Render::ObjectC
 
 void EffectBase::controlAudio(Render::ObjectContext& /*context*/) {}
 
-const EffectDefine* EffectBase::getPairedInputEffect() const { return nullptr; }
-
 std::wstring EffectBase::getDisplayName() const { return Translate::translate("Effect", name()); }
 
 std::int32_t EffectBase::getMediaFlag(std::int32_t /*query*/) const { return 0; }

@@ -31,8 +31,6 @@ struct ObjectView;
 
 namespace Effect {
 
-class EffectDefine;
-
 class EffectBase {
  public:
   explicit EffectBase(const EffectInfo& info);
@@ -82,8 +80,6 @@ class EffectBase {
                                                                std::shared_ptr<Media::AudioBlockBuffer> block);
   virtual void controlAudio(Render::ObjectContext& context);
 
-  // The input effect that makes an object of this output effect; only パーティクル出力 has one.
-  virtual const EffectDefine* getPairedInputEffect() const;
   // The title of the object on the timeline: the translated key, or what the effect shows.
   virtual std::wstring getDisplayName() const;
   // Query 0: the source has sound; query 1: its number of audio tracks.

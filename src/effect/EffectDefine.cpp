@@ -25,7 +25,7 @@ EffectDefine::EffectDefine(std::int32_t number, std::shared_ptr<EffectBase> prot
 EffectType EffectDefine::type() const { return prototype_->type(); }
 EffectMedia EffectDefine::media() const { return prototype_->media(); }
 EffectMedia EffectDefine::placement() const { return prototype_->placement(); }
-bool EffectDefine::hasPairedInput() const { return prototype_->getPairedInputEffect() != nullptr; }
+bool EffectDefine::hasPairedInput() const { return prototype_->info().pairedInput != nullptr; }
 
 EffectBase& EffectDefine::prototype() {
   if (!defaultApplied_) {

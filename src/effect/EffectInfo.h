@@ -38,6 +38,9 @@ struct EffectInfo {
   EffectMedia placement;
   const wchar_t* category;  // the submenu, empty at the top level
   std::span<const ItemSpec> items;
+  // The input effect that makes an object of this output effect, so that the output
+  // can be offered as an object; only パーティクル出力 has one (図形).
+  const wchar_t* pairedInput = nullptr;
 };
 
 }  // namespace Effect

@@ -124,6 +124,11 @@ MovementDefine& EffectService::findMovement(std::wstring_view key) {
   throw System::NoteException("Effect::EffectService::findMovement", "not found movement.", System::Text::toUtf8(key));
 }
 
+EffectDefine* EffectService::getPairedInputEffect(const EffectBase& output) {
+  const wchar_t* paired = output.info().pairedInput;
+  return paired ? &findEffect(paired) : nullptr;
+}
+
 EffectDefine& EffectService::getOutputEffect(const EffectBase& input) {
   switch (input.media()) {
     case EffectMedia::Both:

@@ -64,6 +64,8 @@ class EffectService {
     return *prototype;
   }
 
+  // The input effect that goes with an output effect, or null.
+  EffectDefine* getPairedInputEffect(const EffectBase& output);
   // The output effect that completes a chain that starts with `input`.
   EffectDefine& getOutputEffect(const EffectBase& input);
 

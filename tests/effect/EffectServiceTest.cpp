@@ -131,7 +131,9 @@ TEST_F(EffectServiceTest, MenuListsFilterByRoleAndMedia) {
   EXPECT_EQ(audioFilters, (std::set<std::wstring>{L"音量フェード", L"モノラル化", L"音量調整"}));
   const std::set<std::wstring> objects = keys(service->listEffects(200, 0, 0));
   EXPECT_TRUE(objects.count(L"グループ制御") && objects.count(L"テキスト"));
-  EXPECT_FALSE(objects.count(L"ぼかし"));
+  EXPECT_TRUE(objects.count(L"パーティクル出力"));
+  EXPECT_FALSE(objects.count(L"ぼかし") || objects.count(L"標準描画"));
+  EXPECT_EQ(service->getPairedInputEffect(service->findEffect(L"パーティクル出力").prototype())->key(), L"図形");
   // Placement 5 is offered only where it is asked for.
   EXPECT_FALSE(keys(service->listEffects(4, 0, 1)).count(L"シーンチェンジ"));
   EXPECT_TRUE(keys(service->listEffects(4, 0, 5)).count(L"シーンチェンジ"));

@@ -33,7 +33,8 @@ constexpr ItemSpec kItems[] = {
 
 }  // namespace
 
+// A swarm of figures: the output is offered as an object of its own, made with 図形.
 const EffectInfo ParticleOutput::kInfo{L"パーティクル出力", EffectType::Output, EffectMedia::Video,
-                                       EffectMedia::Video, L"", kItems};
+                                       EffectMedia::Video, L"", kItems, L"図形"};
 
 }  // namespace Effect
