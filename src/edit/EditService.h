@@ -44,6 +44,12 @@ class EditService {
   // Takes the model's lock, so render readers never see it half made.
   void newProject();
 
+  // Replaces the project with what `fill` makes of a fresh empty one, under the model's
+  // lock with the player stopped; then every scene is brought into order and the scene
+  // that the project names becomes the current one (scene 0 if it is missing). If
+  // `fill` throws, the project is left empty and the exception passes on.
+  void replaceProject(const std::function<void(Project& project)>& fill);
+
   // The player installs how to stop it; an edit section calls it before taking the lock.
   void setPlayerStop(std::function<void()> stop) { playerStop_ = std::move(stop); }
   // The event service connects its lists here. An empty function disconnects.
