@@ -89,10 +89,10 @@ class Writer {
     line("layer", object.layer);
     if (scene.id != 0) line("scene", scene.id);
     if (scene.focusObject.get() == &object) line("focus", 1);
-    std::string frames = std::to_string(object.start);
-    for (const std::int32_t point : object.sections) frames += ',' + std::to_string(object.start + point);
-    frames += ',' + std::to_string(object.end);
-    line("frame", frames);
+    std::vector<std::int32_t> frames{object.start};
+    for (const std::int32_t point : object.sections) frames.push_back(object.start + point);
+    frames.push_back(object.end);
+    line("frame", integers(frames));
     if (!object.camera) line("camera", 0);
     if (object.clipping) line("clipping", 1);
     if (object.group) {
@@ -119,21 +119,21 @@ class Writer {
   // Empty when the free camera stands where a new scene puts it.
   static std::string camera(const std::array<float, 6>& values) {
     if (values == std::array<float, 6>{0.0f, 0.0f, -1024.0f, 0.0f, 0.0f, 0.0f}) return {};
-    std::string joined;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      if (i > 0) joined += ',';
-      joined += System::NumberText::formatFixed(values[i]);
-    }
-    return joined;
+    return joined(values, [](float value) { return System::NumberText::formatFixed(value); });
   }
 
   static std::string integers(const std::vector<std::int32_t>& values) {
-    std::string joined;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      if (i > 0) joined += ',';
-      joined += std::to_string(values[i]);
+    return joined(values, [](std::int32_t value) { return std::to_string(value); });
+  }
+
+  template <class Values, class Format>
+  static std::string joined(const Values& values, Format format) {
+    std::string text;
+    for (const auto& value : values) {
+      if (!text.empty()) text += ',';
+      text += format(value);
     }
-    return joined;
+    return text;
   }
 
   std::int32_t sceneCount_ = 0;

@@ -11,6 +11,7 @@
 //   };
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -163,6 +164,15 @@ constexpr ItemSpec yuv(const wchar_t* name) { return {.form = ItemSpec::Form::YU
 
 inline constexpr std::uint32_t kWhite = 0xffffff;
 inline constexpr std::uint32_t kBlack = 0x000000;
+
+// Two tables as one, for effects whose items are another's with more behind them.
+template <std::size_t N, std::size_t M>
+constexpr std::array<ItemSpec, N + M> joinItems(const ItemSpec (&first)[N], const std::array<ItemSpec, M>& second) {
+  std::array<ItemSpec, N + M> joined{};
+  for (std::size_t i = 0; i < N; ++i) joined[i] = first[i];
+  for (std::size_t i = 0; i < M; ++i) joined[N + i] = second[i];
+  return joined;
+}
 
 // Builds the items of a table in its order and joins the groups to their members.
 std::vector<std::unique_ptr<EffectItem>> buildItems(std::span<const ItemSpec> table);
