@@ -1,6 +1,7 @@
 // The reader of the project file. A broken object is left out and reported; a broken
 // scene, row or project section ends the load, and the caller empties the project.
 #include <algorithm>
+#include <limits>
 #include <map>
 
 #include "edit/EditService.h"
@@ -25,9 +26,11 @@ namespace {
 
 constexpr const char* kObjectPlace = "Edit::LayerObjectManager::loadObjectIniFile";
 
-// A damaged file must not make the program allocate rows without end; no project has
-// come near this many.
+// A damaged file must not make the program allocate rows without end: no row beyond
+// this, and no more new rows than this in one load, over all scenes. No project has come
+// near either.
 constexpr std::int32_t kMaxLayer = 99999;
+constexpr std::int64_t kMaxRowsPerLoad = 1000000;
 
 std::int32_t row(const System::IniFile::VALUE& value) {
   const std::int32_t layer = value.toInt();
@@ -104,6 +107,13 @@ class Reader {
 
   std::shared_ptr<Scene> scene(std::int32_t id) { return project_.addScene(id, defaults_); }
 
+  // Rows are grown through here, which keeps the count of new rows within the budget.
+  Layer& grow(Scene& scene, std::int32_t index, const System::IniFile::VALUE& value) {
+    rowsAdded_ += std::max<std::int64_t>(0, std::int64_t{index} + 1 - scene.layerCount());
+    if (rowsAdded_ > kMaxRowsPerLoad) throw System::NoteException(kObjectPlace, "invalid layer number.", value.note());
+    return scene.addLayers(index);
+  }
+
   void readScene(const System::IniFile::SectionRef& section) {
     const std::shared_ptr<Scene> target = scene(section.getValue("scene").toInt());
     Scene& s = *target;
@@ -143,8 +153,9 @@ class Reader {
 
   void readLayer(const System::IniFile::SectionRef& section) {
     const std::shared_ptr<Scene> target = scene(section.find("scene").toInt(0));
-    const std::int32_t index = row(section.getValue("layer"));
-    LayerInfo& info = *target->addLayers(index).info;
+    const System::IniFile::VALUE& layerValue = section.getValue("layer");
+    const std::int32_t index = row(layerValue);
+    LayerInfo& info = *grow(*target, index, layerValue).info;
     info.index = index;
     info.name = section.find("name").toString(L"");
     info.lock = section.find("lock").toInt(0) != 0;
@@ -154,8 +165,11 @@ class Reader {
   void readObjectSection(int number, const System::IniFile::SectionRef& section) {
     try {
       const std::shared_ptr<Scene> target = scene(section.find("scene").toInt(0));
+      // Read before the object exists, so that a bad value cannot leave a reported
+      // failure standing in the row.
+      const bool focus = section.find("focus").toInt(0) != 0;
       const std::shared_ptr<Object> object = readObject(*target, number, section);
-      if (section.find("focus").toInt(0) != 0) target->focusObject = object;
+      if (focus) target->focusObject = object;
     } catch (const std::exception& exception) {
       System::Log::warn("Edit::Project::load", "load object failed. [%d](%s)", number, exception.what());
       result_.problems.push_back("object [" + std::to_string(number) + "]: " + oneLine(exception));
@@ -166,14 +180,19 @@ class Reader {
   // Frames and section points are checked before the object exists; from the switches
   // on, a failure takes the object out of its row again.
   std::shared_ptr<Object> readObject(Scene& scene, int number, const System::IniFile::SectionRef& section) {
-    const std::int32_t layer = row(section.getValue("layer"));
+    const System::IniFile::VALUE& layerValue = section.getValue("layer");
+    const std::int32_t layer = row(layerValue);
     const System::IniFile::VALUE& frameValue = section.getValue("frame");
     const std::vector<std::int32_t> frames = integers(frameValue);
     if (frames.size() < 2) throw System::NoteException(kObjectPlace, "not enough frame number list.", frameValue.note());
     const std::int32_t start = frames.front();
     const std::int32_t end = frames.back();
-    if (start > end) throw System::NoteException(kObjectPlace, "invalid frame number list.", frameValue.note());
+    // Frames count from 0, and the frame after the end must still be a number.
+    if (start > end || start < 0 || end == std::numeric_limits<std::int32_t>::max()) {
+      throw System::NoteException(kObjectPlace, "invalid frame number list.", frameValue.note());
+    }
 
+    grow(scene, layer, layerValue);
     std::shared_ptr<Object> object = scene.createEmptyObject(layer, start, end);
     try {
       object->camera = section.find("camera").toInt(1) != 0;
@@ -247,6 +266,7 @@ class Reader {
   LoadResult& result_;
   // Group numbers of this file; the same number in two scenes is one group.
   std::map<std::int32_t, std::shared_ptr<Group>> groups_;
+  std::int64_t rowsAdded_ = 0;
 };
 
 }  // namespace

@@ -91,6 +91,13 @@ TEST(ItemNumber, OneEntryWithMovementStillNamesIt) {
   EXPECT_EQ(item.toString(), "3.00,瞬間移動,0");
 }
 
+TEST(ItemNumber, UnknownFlagBitsAreDropped) {
+  EffectItemNumber item = percent();
+  item.fromString("0.00,1.00,直線移動,-4");
+  EXPECT_EQ(item.flags(), 4u);
+  EXPECT_EQ(item.toString(), "0.00,1.00,直線移動,4");
+}
+
 TEST(ItemNumber, MissingParametersTakeTheMovementsDefaults) {
   EffectItemNumber item = percent();
   item.fromString("0.00,100.00,ランダム移動,4");

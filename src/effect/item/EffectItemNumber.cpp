@@ -119,7 +119,10 @@ void EffectItemNumber::fromString(std::string_view text) {
 
   // Everything is read before anything is stored, so a bad text leaves the item whole.
   std::shared_ptr<const MovementBase> movement = findMovement(System::Text::fromUtf8(fields[fields.size() - 2]));
-  const auto flags = static_cast<std::uint32_t>(ItemText::parseInt(fields.back(), kFromStringPlace));
+  // Only the three known bits mean anything; the rest of a damaged number is dropped,
+  // so what is written back reads again.
+  const auto flags = static_cast<std::uint32_t>(ItemText::parseInt(fields.back(), kFromStringPlace)) &
+                     (Acceleration | Deceleration | TwoPoint);
   std::vector<double> numbers;
   for (std::size_t i = 0; i + 2 < fields.size(); ++i) numbers.push_back(ItemText::parseDouble(fields[i], kFromStringPlace));
   std::vector<double> params;
