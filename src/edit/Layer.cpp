@@ -31,6 +31,12 @@ std::size_t Layer::lowerBound(std::int32_t frame) const {
   return static_cast<std::size_t>(found - objects.begin());
 }
 
+std::size_t Layer::upperBound(std::int32_t frame) const {
+  const auto found = std::partition_point(
+      objects.begin(), objects.end(), [frame](const std::shared_ptr<Object>& object) { return object->start <= frame; });
+  return static_cast<std::size_t>(found - objects.begin());
+}
+
 void Layer::rebuildControls() {
   controls.clear();
   for (const std::shared_ptr<Object>& object : objects) {

@@ -46,6 +46,8 @@ class Layer {
   // The position of the first object whose end is not below the frame, by binary
   // search; meaningful once the row is sorted.
   std::size_t lowerBound(std::int32_t frame) const;
+  // The position of the first object whose start is above the frame.
+  std::size_t upperBound(std::int32_t frame) const;
 
   // Sorted by start frame, no two sharing a frame, once update() has run.
   std::vector<std::shared_ptr<Object>> objects;
