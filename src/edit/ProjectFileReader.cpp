@@ -32,9 +32,11 @@ constexpr const char* kObjectPlace = "Edit::LayerObjectManager::loadObjectIniFil
 constexpr std::int32_t kMaxLayer = 99999;
 constexpr std::int64_t kMaxRowsPerLoad = 1000000;
 
-std::int32_t row(const System::IniFile::VALUE& value) {
+std::int32_t row(const System::IniFile::SectionRef& section, const System::IniFile::VALUE& value) {
   const std::int32_t layer = value.toInt();
-  if (layer < 0 || layer > kMaxLayer) throw System::NoteException(kObjectPlace, "invalid layer number.", value.note());
+  if (layer < 0 || layer > kMaxLayer) {
+    throw System::NoteException(kObjectPlace, "invalid layer number.", value.note(section.name(), "layer"));
+  }
   return layer;
 }
 
@@ -108,9 +110,12 @@ class Reader {
   std::shared_ptr<Scene> scene(std::int32_t id) { return project_.addScene(id, defaults_); }
 
   // Rows are grown through here, which keeps the count of new rows within the budget.
-  Layer& grow(Scene& scene, std::int32_t index, const System::IniFile::VALUE& value) {
+  Layer& grow(Scene& scene, std::int32_t index, const System::IniFile::SectionRef& section,
+             const System::IniFile::VALUE& value) {
     rowsAdded_ += std::max<std::int64_t>(0, std::int64_t{index} + 1 - scene.layerCount());
-    if (rowsAdded_ > kMaxRowsPerLoad) throw System::NoteException(kObjectPlace, "invalid layer number.", value.note());
+    if (rowsAdded_ > kMaxRowsPerLoad) {
+      throw System::NoteException(kObjectPlace, "invalid layer number.", value.note(section.name(), "layer"));
+    }
     return scene.addLayers(index);
   }
 
@@ -154,8 +159,8 @@ class Reader {
   void readLayer(const System::IniFile::SectionRef& section) {
     const std::shared_ptr<Scene> target = scene(section.find("scene").toInt(0));
     const System::IniFile::VALUE& layerValue = section.getValue("layer");
-    const std::int32_t index = row(layerValue);
-    LayerInfo& info = *grow(*target, index, layerValue).info;
+    const std::int32_t index = row(section, layerValue);
+    LayerInfo& info = *grow(*target, index, section, layerValue).info;
     info.index = index;
     info.name = section.find("name").toString(L"");
     info.lock = section.find("lock").toInt(0) != 0;
@@ -181,23 +186,24 @@ class Reader {
   // on, a failure takes the object out of its row again.
   std::shared_ptr<Object> readObject(Scene& scene, int number, const System::IniFile::SectionRef& section) {
     const System::IniFile::VALUE& layerValue = section.getValue("layer");
-    const std::int32_t layer = row(layerValue);
+    const std::int32_t layer = row(section, layerValue);
     const System::IniFile::VALUE& frameValue = section.getValue("frame");
+    const std::string frameNote = frameValue.note(section.name(), "frame");
     const std::vector<std::int32_t> frames = integers(frameValue);
-    if (frames.size() < 2) throw System::NoteException(kObjectPlace, "not enough frame number list.", frameValue.note());
+    if (frames.size() < 2) throw System::NoteException(kObjectPlace, "not enough frame number list.", frameNote);
     const std::int32_t start = frames.front();
     const std::int32_t end = frames.back();
     // Frames count from 0, and the frame after the end must still be a number.
     if (start > end || start < 0 || end == std::numeric_limits<std::int32_t>::max()) {
-      throw System::NoteException(kObjectPlace, "invalid frame number list.", frameValue.note());
+      throw System::NoteException(kObjectPlace, "invalid frame number list.", frameNote);
     }
 
-    grow(scene, layer, layerValue);
+    grow(scene, layer, section, layerValue);
     std::shared_ptr<Object> object = scene.createEmptyObject(layer, start, end);
     try {
       object->camera = section.find("camera").toInt(1) != 0;
       object->clipping = section.find("clipping").toInt(0) != 0;
-      for (std::size_t i = 1; i + 1 < frames.size(); ++i) addSectionPoint(*object, frames[i], frameValue);
+      for (std::size_t i = 1; i + 1 < frames.size(); ++i) addSectionPoint(*object, frames[i], frameNote);
       const std::int32_t group = section.find("group").toInt(0);
       if (group != 0) {
         std::shared_ptr<Group>& joined = groups_[group];
@@ -215,14 +221,14 @@ class Reader {
   }
 
   // A section point stands strictly inside the section that holds it.
-  static void addSectionPoint(Object& object, std::int32_t frame, const System::IniFile::VALUE& value) {
+  static void addSectionPoint(Object& object, std::int32_t frame, const std::string& note) {
     std::vector<std::int32_t>& points = object.sections;
     const std::int32_t offset = frame - object.start;
     const auto after = std::upper_bound(points.begin(), points.end(), offset);
     const std::int32_t first = after == points.begin() ? 0 : *(after - 1);
     const std::int32_t limit = after == points.end() ? object.end - object.start : *after;
     if (offset - first < 1 || offset >= limit) {
-      throw System::NoteException(kObjectPlace, "invalid frame number list.", value.note());
+      throw System::NoteException(kObjectPlace, "invalid frame number list.", note);
     }
     points.insert(after, offset);
   }

@@ -94,8 +94,11 @@ void IniFile::read(std::string_view text, bool merge, bool ansi, const std::wstr
     }
 
     const std::string_view key = line.substr(0, equals);
-    const bool inserted =
-        current->value.tryEmplace(key, std::string(line.substr(equals + 1)), this, lineNumber).second;
+    const auto [entry, inserted] = current->value.tryEmplace(key, std::string(line.substr(equals + 1)), this, lineNumber);
+    if (inserted) {
+      entry->value.sectionName = &current->key;
+      entry->value.keyName = &entry->key;
+    }
     if (inserted || merge) continue;
     if (filePath) {
       const std::string note = describeFile(*filePath, lineNumber) + " section=" + current->key + " key=" +
@@ -117,8 +120,13 @@ IniFile::SectionRef IniFile::section(std::string_view name, int index) {
 }
 
 IniFile::VALUE& IniFile::value(std::string_view sectionName, std::string_view key) {
-  Section& values = sections_.tryEmplace(sectionName).first->value;
-  return values.tryEmplace(key, std::string(), this, 0).first->value;
+  Sections::Entry* section = sections_.tryEmplace(sectionName).first;
+  const auto [entry, inserted] = section->value.tryEmplace(key, std::string(), this, 0);
+  if (inserted) {
+    entry->value.sectionName = &section->key;
+    entry->value.keyName = &entry->key;
+  }
+  return entry->value;
 }
 
 std::string IniFile::describeFile(const std::wstring& fileName, std::int32_t line) {

@@ -34,6 +34,10 @@ class IniFile {
     const IniFile* owner = nullptr;
     const VALUE* parent = nullptr;  // the value that `split` took this element from
     std::int32_t line = 0;          // 0 when it did not come from a file
+    // Where a value of a document stands, set as it is stored, so that note() needs no
+    // search of the document and a reader that reports many values stays linear.
+    const std::string* sectionName = nullptr;
+    const std::string* keyName = nullptr;
 
     bool empty() const noexcept { return text.empty(); }
 
@@ -70,6 +74,8 @@ class IniFile {
     // "file=<name>(line <n>) section=<section> key=<key>", the context of error texts;
     // empty for a value that belongs to no document.
     std::string note() const;
+    // The same, for a caller that knows where the value stands.
+    std::string note(std::string_view section, std::string_view key) const;
   };
 
   using Section = OrderedMap<VALUE>;

@@ -142,6 +142,11 @@ void IniFile::VALUE::setDouble(double value) { text = formatFixed(value); }
 
 void IniFile::VALUE::setString(std::wstring_view value) { text = Text::toUtf8(value); }
 
+std::string IniFile::VALUE::note(std::string_view section, std::string_view key) const {
+  if (!owner) return std::string();
+  return describeFile(owner->fileName(), line) + " section=" + std::string(section) + " key=" + std::string(key);
+}
+
 std::string IniFile::VALUE::note() const {
   if (!owner) return std::string();
   const std::string file = describeFile(owner->fileName(), line);
@@ -149,6 +154,7 @@ std::string IniFile::VALUE::note() const {
   // it came from.
   const VALUE* stored = this;
   while (stored->parent) stored = stored->parent;
+  if (stored->sectionName && stored->keyName) return note(*stored->sectionName, *stored->keyName);
   for (const auto& section : owner->sections()) {
     for (const auto& entry : section.value) {
       if (&entry.value == stored) return file + " section=" + section.key + " key=" + entry.key;
