@@ -18,6 +18,7 @@
 #include "system/ThreadPriority.h"
 #include "system/Text.h"
 #include "system/Version.h"
+#include "undo/UndoService.h"
 #include "worker/WorkerThread.h"
 
 namespace App {
@@ -79,11 +80,13 @@ void Application::start() {
   // 20. Cache.
   // 21. The effect registry: movements, built-in effects, aliases, time-control presets.
   Service<Effect::EffectService>::acquire();
-  // 22. Undo service.
+  // 22. The undo service; it attaches to the edit service once that exists.
+  Undo::UndoService* undo = Service<Undo::UndoService>::acquire();
   // 23. The edit service, with the empty project and scene 0.
   Edit::EditService* edit = Service<Edit::EditService>::acquire();
   edit->setSceneDefaults(settings->sceneDefaults());
   edit->newProject();
+  undo->attach(*edit);
   // 24. Render front.  25. Window contents.  26. Menus.  27. Trust list saved.
   // 28. Layout shown.  29. Status line cleared.
   // 30. Application begin: the edit service reads the command line (the project life
@@ -122,7 +125,10 @@ void Application::shutdown() {
   Service<Event::EventService>::get()->applicationEnd.fire();
   // 3. Player stopped.  4. Render front workers stopped.
   // 5. Releases, in reverse order of creation.
+  // The undo service lets go of the edit service's sections before that goes.
+  Service<Undo::UndoService>::get()->detach();
   Service<Edit::EditService>::release();
+  Service<Undo::UndoService>::release();
   Service<Effect::EffectService>::release();
   platform_.destroyMainWindow();
   Worker::WorkerThread::setExceptionReporter(nullptr);

@@ -16,6 +16,15 @@ EditSection::EditSection(EditService& service) : service_(service), exceptionsAt
   lock_ = std::unique_lock<System::ReaderWriterLock>(service_.lock());
 }
 
+UndoRecorder* EditSection::recordUndo() {
+  if (!service_.undoHooks_.recorder) return nullptr;
+  if (!undoOpen_) {
+    undoOpen_ = true;
+    if (service_.undoHooks_.begin) service_.undoHooks_.begin();
+  }
+  return service_.undoHooks_.recorder;
+}
+
 EditSection::~EditSection() noexcept(false) {
   if (std::uncaught_exceptions() > exceptionsAtOpen_) return;
   if (requested(Request::Update)) {
@@ -25,6 +34,7 @@ EditSection::~EditSection() noexcept(false) {
       request(Request::Focus);
     }
   }
+  if (undoOpen_ && service_.undoHooks_.commit) service_.undoHooks_.commit();
   // Listeners may open a section of their own.
   lock_.unlock();
   if (service_.sectionListener_) service_.sectionListener_(*this);

@@ -1,6 +1,7 @@
 // The scoped write access to the model. Opening it stops the player, keeps the current
 // scene and takes the model's lock exclusively; its close brings the rows into order,
-// releases the lock, then tells the section listener what was asked for. Main thread only.
+// commits its undo record if it opened one, releases the lock, then tells the section
+// listener what was asked for. Main thread only.
 #pragma once
 
 #include <bitset>
@@ -16,6 +17,7 @@ namespace Edit {
 class EditService;
 class Object;
 class Scene;
+class UndoRecorder;
 
 class EditSection {
  public:
@@ -53,6 +55,11 @@ class EditSection {
   void setSceneId(std::int32_t id) noexcept { sceneId_ = id; }
   std::int32_t sceneId() const noexcept { return sceneId_; }
 
+  // Opens this section's undo record on the first call and returns where the targets
+  // are registered; null when no undo history is connected. The close commits the
+  // record after the rows are in order, so the history compares ordered rows.
+  UndoRecorder* recordUndo();
+
   // The current scene at the time of opening.
   const std::shared_ptr<Scene>& scene() const noexcept { return scene_; }
 
@@ -63,6 +70,7 @@ class EditSection {
   std::shared_ptr<Object> changedObject_;
   std::int32_t sceneId_ = 0;
   std::shared_ptr<Scene> scene_;
+  bool undoOpen_ = false;
   std::unique_lock<System::ReaderWriterLock> lock_;
 };
 

@@ -12,6 +12,7 @@ void EditService::newProject() {
   std::unique_lock exclusive(lock_);
   project_.clear(sceneDefaults_);
   currentScene_ = project_.findScene(0);
+  clipboard_.clear();
 }
 
 void EditService::replaceProject(const std::function<void(Project& project)>& fill) {
@@ -19,6 +20,7 @@ void EditService::replaceProject(const std::function<void(Project& project)>& fi
   std::unique_lock exclusive(lock_);
   project_.clear(sceneDefaults_);
   currentScene_ = project_.findScene(0);
+  clipboard_.clear();
   try {
     fill(project_);
   } catch (...) {
@@ -34,5 +36,10 @@ void EditService::replaceProject(const std::function<void(Project& project)>& fi
 EditService::~EditService() = default;
 
 std::shared_ptr<Scene> EditService::getScene(std::int32_t id) { return project_.addScene(id, sceneDefaults_); }
+
+void EditService::setScene(std::int32_t id) {
+  currentScene_ = getScene(id);
+  project_.currentScene = id;
+}
 
 }  // namespace Edit

@@ -8,6 +8,7 @@
 #include <memory>
 #include <utility>
 
+#include "edit/Clipboard.h"
 #include "edit/Project.h"
 #include "edit/SceneDefaults.h"
 #include "system/ReaderWriterLock.h"
@@ -16,6 +17,7 @@ namespace Edit {
 
 class EditSection;
 class Scene;
+class UndoRecorder;
 
 class EditService {
  public:
@@ -40,6 +42,11 @@ class EditService {
   const SceneDefaults& sceneDefaults() const noexcept { return sceneDefaults_; }
   void setSceneDefaults(const SceneDefaults& defaults) { sceneDefaults_ = defaults; }
 
+  // Makes the scene with this id (created when missing) the current one and stores the
+  // id in the project. Call it inside an edit section, so that readers never see the
+  // pointer change. The undo history follows by itself: it is looked up by the scene.
+  void setScene(std::int32_t id);
+
   // Replaces the project with an empty one whose scene 0 has the current defaults.
   // Takes the model's lock, so render readers never see it half made.
   void newProject();
@@ -55,7 +62,22 @@ class EditService {
   // The event service connects its lists here. An empty function disconnects.
   void setSectionListener(SectionListener listener) { sectionListener_ = std::move(listener); }
 
+  // The undo history, which lives in a library above this one, connects here: an edit
+  // section that records calls `begin` once and registers its targets with `recorder`,
+  // and its close calls `commit` inside the lock. Empty hooks (the default) mean that
+  // no history is kept and sections record nothing.
+  struct UndoHooks {
+    UndoRecorder* recorder = nullptr;
+    std::function<void()> begin;
+    std::function<void()> commit;
+  };
+  void setUndoHooks(UndoHooks hooks) { undoHooks_ = std::move(hooks); }
+
   System::ReaderWriterLock& lock() noexcept { return lock_; }
+
+  // What copy and cut took; a new or loaded project empties it, a change of scene keeps
+  // it, so objects can be pasted from one scene into another.
+  Clipboard& clipboard() noexcept { return clipboard_; }
 
  private:
   friend class EditSection;
@@ -66,7 +88,9 @@ class EditService {
   std::shared_ptr<Scene> currentScene_;
   std::function<void()> playerStop_;
   SectionListener sectionListener_;
+  UndoHooks undoHooks_;
   System::ReaderWriterLock lock_;
+  Clipboard clipboard_;
 };
 
 }  // namespace Edit

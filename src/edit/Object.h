@@ -11,7 +11,6 @@
 
 namespace Effect {
 class EffectBase;
-class EffectService;
 }  // namespace Effect
 
 namespace Edit {
@@ -40,12 +39,22 @@ class Object {
   // 0 is `start`, point i is `start + sections[i - 1]`, and n + 1 is `end + 1`.
   std::int32_t sectionCount() const noexcept { return static_cast<std::int32_t>(sections.size()) + 1; }
   std::int32_t sectionBegin(std::int32_t index) const noexcept;
+  // The section that holds `frame`: the number of points at or before it, 0 for any
+  // frame of the first section (and for frames before the object).
+  std::int32_t sectionIndex(std::int32_t frame) const noexcept;
+  // A difference of frames, not a count: the last section counts to `end`, so a
+  // one-frame object has a section of length 0. 0 for an index outside 0..n.
+  std::int32_t sectionLength(std::int32_t index) const noexcept;
+  // Whether a point could be added at `frame` or, moved on, in a later section.
+  bool canAddSection(std::int32_t frame) const noexcept;
+  // Whether a point could stand exactly at `frame`: strictly inside its section. The
+  // project reader holds its points to the same test.
+  bool canAddSectionExact(std::int32_t frame) const noexcept;
 
   // The layer range of a control object, as the installed reader reports it.
   std::int32_t controlRange() const;
   static void setControlRangeReader(ControlRangeReader reader);
 
-  Effect::EffectService* effectService = nullptr;
   // A layer-range control object (group, camera, audio group or time control).
   bool control = false;
   std::vector<std::shared_ptr<Effect::EffectBase>> effects;
