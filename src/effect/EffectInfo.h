@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 
-#include "effect/item/ItemSpec.h"
+#include "effect/item/ItemRow.h"
 
 namespace Effect {
 
@@ -37,7 +37,7 @@ struct EffectInfo {
   EffectMedia media;
   EffectMedia placement;
   const wchar_t* category;  // the submenu, empty at the top level
-  std::span<const ItemSpec> items;
+  std::span<const ItemRow> items;
   // The input effect that makes an object of this output effect, so that the output
   // can be offered as an object; only パーティクル出力 has one (図形).
   const wchar_t* pairedInput = nullptr;

@@ -10,7 +10,7 @@
 #include "edit/Object.h"
 #include "effect/EffectService.h"
 #include "effect/item/EffectItemNumber.h"
-#include "effect/item/ItemSpec.h"
+#include "effect/item/ItemRow.h"
 #include "effect/movement/BuiltinMovements.h"
 #include "effect/movement/MovementBase.h"
 #include "system/Exception.h"
@@ -28,7 +28,7 @@ using Names = std::vector<std::wstring>;
 
 // None of the built-in filters works on video and audio alike, so the rows of the fit
 // rules for such a filter need one of their own.
-constexpr Effect::ItemSpec kBothItems[] = {Effect::number(L"強さ", 50, 0, 100, 0.1)};
+constexpr Effect::ItemRow kBothItems[] = {Effect::number(L"強さ", 50, 0, 100, 0.1)};
 
 class BothFilter final : public Effect::EffectInstance<BothFilter> {
  public:

@@ -24,7 +24,7 @@
 #include "effect/item/EffectItemInteger.h"
 #include "effect/item/EffectItemNumber.h"
 #include "effect/item/EffectItemText.h"
-#include "effect/item/ItemSpec.h"
+#include "effect/item/ItemRow.h"
 #include "system/Exception.h"
 #include "undo/UndoItemTemplate.h"
 #include "undo/UndoService.h"
@@ -37,7 +37,7 @@ using Effect::EffectItemNumber;
 using Request = Edit::EditSection::Request;
 
 // An effect whose list of items can grow, as a script's can when its file changes.
-constexpr Effect::ItemSpec kGrowingItems[] = {Effect::number(L"強さ", 50, 0, 100, 1)};
+constexpr Effect::ItemRow kGrowingItems[] = {Effect::number(L"強さ", 50, 0, 100, 1)};
 
 class GrowingEffect final : public Effect::EffectInstance<GrowingEffect> {
  public:

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"中心X", 0, -5000, 5000, 0.1),
     number(L"中心Y", 0, -5000, 5000, 0.1),
     group(L"Group", 2),

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"幅", 4, 0, 100, 1),
     number(L"高さ", 1, 0, 3, 0.01),
     number(L"角度", 45, -3600, 3600, 0.01),

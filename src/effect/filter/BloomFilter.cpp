@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"強さ", 100, 0, 500, 0.1),
     number(L"拡散", 250, 10, 1000, 1),
     number(L"しきい値", 80, 0, 200, 0.1),

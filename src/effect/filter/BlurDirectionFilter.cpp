@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"範囲", 20, 0, 1000, 1),
     number(L"角度", 50, -3600, 3600, 0.01),
     check(L"サイズ固定", false),

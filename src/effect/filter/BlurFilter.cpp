@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"範囲", 20, 0, 80, 0.01),
     number(L"X", 0, -2000, 2000, 0.1),
     number(L"Y", 0, -2000, 2000, 0.1),

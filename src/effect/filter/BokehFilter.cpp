@@ -6,7 +6,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"範囲", 5, 0, 1000, 1),
     number(L"光の強さ", 32, 0, 60, 0.1),
     select(L"形状", FigureList::get, 1),

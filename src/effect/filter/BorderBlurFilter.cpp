@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"範囲", 5, 0, 1000, 1),
     number(L"縦横比", 0, -100, 100, 0.01),
     check(L"透明度の境界をぼかす", false),

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"サイズ", 5, 0, 500, 1),
     number(L"ぼかし", 5, 0, 100, 1),
     color(L"縁色", kWhite),

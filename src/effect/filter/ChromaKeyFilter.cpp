@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"色相範囲", 16, 0, 256, 1),
     number(L"彩度範囲", 96, 0, 256, 1),
     number(L"境界補正", 1, 0, 8, 1),

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"明るさ", 100, 0, 200, 0.01),
     number(L"コントラスト", 100, 0, 200, 0.01),
     number(L"色相", 0, -3600, 3600, 0.01),

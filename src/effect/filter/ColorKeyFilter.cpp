@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"輝度範囲", 400, 0, 4096, 1),
     number(L"色差範囲", 400, 0, 4096, 1),
     number(L"境界補正", 1, 0, 80, 1),

@@ -9,7 +9,7 @@ std::shared_ptr<const SelectList> kindList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"ずれ幅", 5, 0, 2000, 0.1),
     number(L"角度", 90, -3600, 3600, 0.01),
     number(L"強さ", 100, 0, 100, 1),

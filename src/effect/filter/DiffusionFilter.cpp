@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"強さ", 50, 0, 100, 0.1),
     number(L"拡散", 12, 0, 500, 1),
     check(L"サイズ固定", false),

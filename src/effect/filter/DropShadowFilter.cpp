@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"X", -40, -1000, 1000, 1),
     number(L"Y", 24, -1000, 1000, 1),
     number(L"濃さ", 40, 0, 100, 0.1),

@@ -9,7 +9,7 @@ namespace {
 constexpr const wchar_t* kLumaEdge = L"輝度エッジを抽出";
 constexpr const wchar_t* kAlphaEdge = L"透明度エッジを抽出";
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"強さ", 100, 0, 1000, 0.1),
     number(L"しきい値", 0, -100, 100, 0.01),
     color(L"色", kWhite),

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"R", 255, 0, 255, 1),
     number(L"G", 255, 0, 255, 1),
     number(L"B", 255, 0, 255, 1),

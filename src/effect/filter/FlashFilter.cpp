@@ -9,7 +9,7 @@ std::shared_ptr<const SelectList> blendList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"強さ", 100, 0, 100, 0.1),
     number(L"X", 0, -2000, 2000, 0.1),
     number(L"Y", 0, -2000, 2000, 0.1),

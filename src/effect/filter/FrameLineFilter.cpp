@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"X", 0, -1000, 1000, 1),
     number(L"Y", 0, -1000, 1000, 1),
     group(L"Group", 2),

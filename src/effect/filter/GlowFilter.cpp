@@ -10,7 +10,7 @@ std::shared_ptr<const SelectList> shapeList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"強さ", 40, 0, 500, 0.01),
     number(L"拡散", 50, 0, 500, 1),
     number(L"角度", 25, -3600, 3600, 0.01),

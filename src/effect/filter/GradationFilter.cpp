@@ -11,7 +11,7 @@ std::shared_ptr<const SelectList> shapeList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"強さ", 100, 0, 100, 0.1),
     number(L"中心X", 0, -5000, 5000, 0.1),
     number(L"中心Y", 0, -5000, 5000, 0.1),

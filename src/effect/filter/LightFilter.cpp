@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"強さ", 100, 0, 300, 0.1),
     number(L"拡散", 25, 0, 500, 1),
     number(L"比率", 0, -100, 100, 0.1),

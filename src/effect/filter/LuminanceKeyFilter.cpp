@@ -11,7 +11,7 @@ std::shared_ptr<const SelectList> modeList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"基準輝度", 2048, -4096, 8192, 1),
     number(L"輝度範囲", 512, 0, 4096, 1),
     select(L"モード", modeList),

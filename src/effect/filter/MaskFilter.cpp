@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"X", 0, -5000, 5000, 0.1),
     number(L"Y", 0, -5000, 5000, 0.1),
     group(L"Group", 2),

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     figureSelect(L"図形の種類").notifying(),
     number(L"サイズ", 100, 0, 4000, 1),
     number(L"縦横比", 0, -100, 100, 0.01),

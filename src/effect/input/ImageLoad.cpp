@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     file(L"ファイル", L"ImageFile").notifying(),
     number(L"表示番号", 0, 0, 10000, 1),
     check(L"連番ファイル", false).notifying(),

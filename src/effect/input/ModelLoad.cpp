@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     file(L"ファイル", L"ModelFile").notifying(),
     check(L"座標系を調整", false),
 };

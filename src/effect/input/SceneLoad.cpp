@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"再生位置", 0, 0, 100000, 0.001),
     number(L"再生速度", 100, -2000, 2000, 0.01).notifying(),
     scene(L"シーン").notifying(),

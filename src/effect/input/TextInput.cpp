@@ -36,7 +36,7 @@ std::shared_ptr<const SelectList> alignList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"サイズ", 40, 1, 1000, 0.01),
     number(L"字間", 0, -500, 500, 0.01),
     number(L"行間", 0, -500, 500, 0.01),

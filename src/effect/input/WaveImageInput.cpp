@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"横幅", 800, 10, 4000, 1),
     number(L"高さ", 400, 10, 4000, 1),
     number(L"再生位置", 0, 0, 20000, 0.001),

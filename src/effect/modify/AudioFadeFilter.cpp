@@ -5,7 +5,7 @@ namespace Effect {
 namespace {
 
 // The same times as フェード, so that picture and sound of one object can fade alike.
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"イン", 0.5, 0, 10, 0.01),
     number(L"アウト", 0.5, 0, 10, 0.01),
 };

@@ -11,7 +11,7 @@ std::shared_ptr<const SelectList> mixList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     select(L"変換方法", mixList),
 };
 

@@ -5,7 +5,7 @@ namespace Effect {
 namespace {
 
 // The same ranges as 音声再生, so that a value means the same in either place.
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"音量", 100, 0, 1000, 0.01),
     number(L"左右", 0, -100, 100, 0.01),
 };

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"X", 0, -3600, 3600, 0.01),
     number(L"Y", 0, -3600, 3600, 0.01),
     number(L"Z", 0, -3600, 3600, 0.01),

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"上", 0, 0, 4000, 1), number(L"下", 0, 0, 4000, 1), number(L"左", 0, 0, 4000, 1),
     number(L"右", 0, 0, 4000, 1), check(L"塗りつぶし", false),
 };

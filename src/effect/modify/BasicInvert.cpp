@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     check(L"上下反転", false), check(L"左右反転", false),   check(L"輝度反転", false),
     check(L"色相反転", false), check(L"透明度反転", false),
 };

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"X", 0, -100000, 100000, 0.01),
     number(L"Y", 0, -100000, 100000, 0.01),
     number(L"Z", 0, -100000, 100000, 0.01),

@@ -9,7 +9,7 @@ std::shared_ptr<const SelectList> methodList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     select(L"解除方法", methodList),
 };
 

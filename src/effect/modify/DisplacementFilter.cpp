@@ -9,7 +9,7 @@ std::shared_ptr<const SelectList> deformList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"X", 0, -5000, 5000, 0.1),
     number(L"Y", 0, -5000, 5000, 0.1),
     group(L"Group", 2),

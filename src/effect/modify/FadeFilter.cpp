@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"イン", 0.5, 0, 10, 0.01),
     number(L"アウト", 0.5, 0, 10, 0.01),
 };

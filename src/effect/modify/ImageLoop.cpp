@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"横回数", 1, 1, 100, 1),
     number(L"縦回数", 1, 1, 100, 1),
     number(L"オフセットX", 0, -10000, 10000, 0.001),

@@ -14,7 +14,7 @@ std::shared_ptr<const SelectList> typeList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"強さ", 100, 0, 200, 0.1),   number(L"速度X", 0, -800, 800, 0.1), number(L"速度Y", 0, -800, 800, 0.1),
     number(L"変化速度", 0, 0, 800, 0.1), number(L"周期X", 1, 0, 100, 0.01),   number(L"周期Y", 1, 0, 100, 0.01),
     number(L"しきい値", 0, 0, 100, 0.1), integer(L"シード", 0, 0, 100),       select(L"合成モード", blendList),

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"強さ", 100, 0, 100, 0.1),
     number(L"範囲", 2, 1, 8, 1),
     number(L"しきい値", 20, 0, 200, 1),

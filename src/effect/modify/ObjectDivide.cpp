@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"横分割数", 10, 1, 100, 1),
     number(L"縦分割数", 10, 1, 100, 1),
 };

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"中心幅", 0, 0, 2000, 1),
     number(L"拡大率", 100, 100, 800, 0.01),
     number(L"回転", 0, -3600, 3600, 0.01),

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"X", 10, -500, 500, 1), number(L"Y", 10, -500, 500, 1), group(L"Group", 2),
     number(L"Z", 0, -500, 500, 1),  number(L"周期", 1, 1, 100, 1),  check(L"ランダムに強さを変える", false),
     check(L"複雑に振動", false),

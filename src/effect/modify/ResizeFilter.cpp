@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"拡大率", 100, 0, 10000, 0.001),
     number(L"X", 100, 0, 10000, 0.001),
     number(L"Y", 100, 0, 10000, 0.001),

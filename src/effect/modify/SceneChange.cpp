@@ -7,7 +7,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     select(L"種類", TransitionList::sceneChangeList).notifying(),
     number(L"角度", 0, 0, 360, 1),
     number(L"分割数", 5, 2, 1000, 1),

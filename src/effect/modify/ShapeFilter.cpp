@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"強さ", 50, 0, 800, 0.1),
     number(L"範囲", 5, 0, 100, 1),
 };

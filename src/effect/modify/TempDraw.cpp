@@ -3,6 +3,6 @@
 namespace Effect {
 
 const EffectInfo TempDraw::kInfo{L"オフスクリーン描画", EffectType::Filter, EffectMedia::Video, EffectMedia::Video,
-                                 L"", std::span<const ItemSpec>{}};
+                                 L"", std::span<const ItemRow>{}};
 
 }  // namespace Effect

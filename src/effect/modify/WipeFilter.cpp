@@ -6,7 +6,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"イン", 0.5, 0, 10, 0.01), number(L"アウト", 0.5, 0, 10, 0.01),
     number(L"ぼかし", 2, 0, 100, 1),   select(L"ワイプの種類", TransitionList::wipeList),
     check(L"縦横比固定", true),        check(L"反転(イン)", false),

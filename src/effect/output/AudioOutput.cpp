@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"音量", 100, 0, 1000, 0.01),
     number(L"左右", 0, -100, 100, 0.01),
 };

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "effect/item/BlendModes.h"
-#include "effect/item/ItemSpec.h"
+#include "effect/item/ItemRow.h"
 
 namespace Effect {
 
-inline constexpr ItemSpec kBasicOutputItems[] = {
+inline constexpr ItemRow kBasicOutputItems[] = {
     number(L"X", 0, -100000, 100000, 0.01),
     number(L"Y", 0, -100000, 100000, 0.01),
     number(L"Z", 0, -100000, 100000, 0.01),

@@ -6,7 +6,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"X", 0, -100000, 100000, 0.01),
     number(L"Y", 0, -100000, 100000, 0.01),
     // A camera that sits in front of the frame at the default focal length sees the

@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"緯度", 0, -3600, 3600, 0.01),
     number(L"経度", 0, -3600, 3600, 0.01),
     number(L"傾き", 0, -3600, 3600, 0.01),

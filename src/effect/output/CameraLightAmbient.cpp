@@ -4,7 +4,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"明るさ", 50, 0, 200, 0.01),
     color(L"色", kWhite),
 };

@@ -17,7 +17,7 @@ std::shared_ptr<const SelectList> facingList() {
   return list;
 }
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     select(L"オブジェクトの向き", facingList),
     check(L"裏面を表示しない", false),
 };

@@ -6,7 +6,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"X", 0, -10000, 10000, 1),
     number(L"Y", 0, -10000, 10000, 1),
     group(L"Group", 2),

@@ -8,7 +8,7 @@ namespace Effect {
 
 namespace {
 
-constexpr ItemSpec kItems[] = {
+constexpr ItemRow kItems[] = {
     number(L"位置", 0, 0, 100, 0.001),
     integer(L"繰り返し", 1, 1, 100),
     integer(L"コマ落ち", 1, 1, 100),
