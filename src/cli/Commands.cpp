@@ -96,8 +96,7 @@ int convert(const std::string& in, const std::string& out, std::ostream& err) {
   try {
     Edit::ProjectFile::saveAs(services.edit().project(), wide(out));
   } catch (const std::exception& exception) {
-    std::string text = exception.what();
-    for (char& c : text) c = c == '\n' || c == '\r' ? ' ' : c;
+    const std::string text = System::Text::singleLine(exception.what());
     err << "sorvel2-cli: " << out << ": cannot be written: " << text << '\n';
     return kUnreadable;
   }

@@ -4,14 +4,14 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "system/Text.h"
 
 int main(int argc, char** argv) {
   std::vector<std::string> arguments(argv + 1, argv + argc);
   try {
     return Cli::run(arguments, std::cout, std::cerr);
   } catch (const std::exception& exception) {
-    std::string text = exception.what();
-    for (char& c : text) c = c == '\n' || c == '\r' ? ' ' : c;
+    const std::string text = System::Text::singleLine(exception.what());
     std::cerr << "sorvel2-cli: " << text << '\n';
     return Cli::kUnreadable;
   }

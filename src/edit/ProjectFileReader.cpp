@@ -40,19 +40,6 @@ std::int32_t row(const System::IniFile::SectionRef& section, const System::IniFi
   return layer;
 }
 
-// An exception's text on one line, for the list of problems.
-std::string oneLine(const std::exception& exception) {
-  std::string text;
-  for (const char c : std::string_view(exception.what())) {
-    if (c != '\n' && c != '\r') {
-      text += c;
-    } else if (!text.empty() && text.back() != ' ') {
-      text += ' ';
-    }
-  }
-  return text;
-}
-
 std::vector<std::int32_t> integers(const System::IniFile::VALUE& value) {
   std::vector<std::int32_t> list;
   for (const auto& element : value.split(",")) list.push_back(element.toInt());
@@ -177,7 +164,7 @@ class Reader {
       if (focus) target->focusObject = object;
     } catch (const std::exception& exception) {
       System::Log::warn("Edit::Project::load", "load object failed. [%d](%s)", number, exception.what());
-      result_.problems.push_back("object [" + std::to_string(number) + "]: " + oneLine(exception));
+      result_.problems.push_back("object [" + std::to_string(number) + "]: " + System::Text::singleLine(exception.what()));
       result_.outcome = LoadResult::Outcome::PartlyLoaded;
     }
   }
@@ -297,7 +284,7 @@ LoadResult load(EditService& edit, Effect::EffectService& effects, const std::ws
     ini.loadFile(path);
     edit.replaceProject([&](Project& project) { read(project, ini, edit.sceneDefaults(), effects, result); });
   } catch (const std::exception& exception) {
-    return unreadable(oneLine(exception));
+    return unreadable(System::Text::singleLine(exception.what()));
   }
   edit.project().file = path;
   return result;

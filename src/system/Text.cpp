@@ -135,4 +135,17 @@ std::wstring toLowerAscii(std::wstring_view text) {
   return out;
 }
 
+std::string singleLine(std::string_view text) {
+  std::string line;
+  line.reserve(text.size());
+  for (const char c : text) {
+    if (c != '\n' && c != '\r') {
+      line += c;
+    } else if (!line.empty() && line.back() != ' ') {
+      line += ' ';
+    }
+  }
+  return line;
+}
+
 }  // namespace System::Text

@@ -27,6 +27,10 @@ std::string formatV(std::size_t capacity, const char* format, std::va_list args)
 std::string format(std::size_t capacity, const char* format, ...) __attribute__((format(printf, 2, 3)));
 std::wstring formatWideV(std::size_t capacity, const wchar_t* format, std::va_list args);
 
+// The text with each run of line ends made one blank, for lists that keep one message
+// to a line (an exception's text holds its place and note on lines of their own).
+std::string singleLine(std::string_view text);
+
 // ASCII lower-casing; path extensions are compared this way.
 std::wstring toLowerAscii(std::wstring_view text);
 
