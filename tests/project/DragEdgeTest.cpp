@@ -1,35 +1,21 @@
 // Dragging the left or right edges of a selection: how far an edge may go against its
 // neighbours and its own section points, and what the input effects hear on release.
-#include <gtest/gtest.h>
+#include <tuple>
 
-#include <cstdint>
-#include <memory>
-#include <vector>
-
-#include "edit/DragState.h"
-#include "edit/Object.h"
-#include "edit/ObjectDrag.h"
-#include "edit/Scene.h"
+#include "DragTestSupport.h"
 #include "effect/EffectBase.h"
 #include "effect/ItemEvent.h"
 
 namespace {
 
-using Edit::DragInput;
+using DragTestSupport::Selection;
 using Edit::DragKind;
-using Edit::DragState;
 using Edit::Object;
 using Edit::ObjectDrag;
-using Edit::Scene;
-using Selection = std::vector<std::shared_ptr<Object>>;
 
-// What an effect was told; the object is kept as a plain pointer, since the object owns
-// the effect.
-struct Heard {
-  Effect::ItemEvent::Type type;
-  const Object* object;
-  std::int32_t value;
-};
+// What an effect was told: the type, the object (a plain pointer, since the object owns
+// the effect) and the value.
+using Heard = std::vector<std::tuple<Effect::ItemEvent::Type, const Object*, std::int32_t>>;
 
 // An input and a filter that keep the events they are told.
 template <Effect::EffectType kType>
@@ -45,93 +31,60 @@ class RecordingEffect final : public Effect::EffectInstance<RecordingEffect<kTyp
     return true;
   }
 
-  std::vector<Heard> events;
+  Heard events;
 };
-using RecordingInput = RecordingEffect<Effect::EffectType::Input>;
-using RecordingFilter = RecordingEffect<Effect::EffectType::Filter>;
 
-class DragEdgeTest : public ::testing::Test {
+class DragEdgeTest : public DragTestSupport::DragFixture {
  protected:
-  DragEdgeTest() : scene(1, 0, Edit::SceneDefaults{}) {
-    scene.visibleFrames = 1000;
-    scene.cursorFrame = 100000;
-    input.snap = false;
+  // A whole edge drag of `objects`, grabbed at `from`, in one mouse move to `to`.
+  bool dragEdge(DragKind kind, const Selection& objects, std::int32_t from, std::int32_t to) {
+    begin({kind, objects.front(), 0, objects.front()->layer, from}, objects);
+    return moveTo(to);
   }
-
-  std::shared_ptr<Object> add(std::int32_t layer, std::int32_t start, std::int32_t end) {
-    auto object = scene.createEmptyObject(layer, start, end);
-    scene.update();
-    return object;
-  }
-
-  // A whole edge drag of the selection, grabbed at `from`, in one mouse move to `to`.
-  bool drag(DragKind kind, const Selection& selection, std::int32_t from, std::int32_t to) {
-    for (const auto& object : selection) object->selected = true;
-    state = ObjectDrag::begin({kind, selection.front(), 0, selection.front()->layer, from}, selection, nullptr);
-    input.frame = to;
-    const bool moved = ObjectDrag::step(scene, state, selection, input);
-    scene.update();
-    return moved;
-  }
-
-  static void expectSpan(const Object& object, std::int32_t start, std::int32_t end) {
-    EXPECT_EQ(object.start, start);
-    EXPECT_EQ(object.end, end);
-  }
-
-  Scene scene;
-  DragState state;
-  DragInput input;
 };
 
-TEST_F(DragEdgeTest, LeftEdgeStopsAtOneFrameAtThePreviousObjectAndAtZero) {
-  auto a = add(0, 10, 19);
-  EXPECT_TRUE(drag(DragKind::LeftEdge, {a}, 10, 40));
-  expectSpan(*a, 19, 19);
-  EXPECT_EQ(state.currentFrame, 19);
-  input.frame = 50;
-  EXPECT_FALSE(ObjectDrag::step(scene, state, {a}, input));
-
-  add(1, 0, 4);
-  auto b = add(1, 10, 19);
-  EXPECT_TRUE(drag(DragKind::LeftEdge, {b}, 10, 2));
-  expectSpan(*b, 5, 19);
-
-  auto c = add(2, 10, 19);
-  EXPECT_TRUE(drag(DragKind::LeftEdge, {c}, 10, -5));
-  expectSpan(*c, 0, 19);
+TEST_F(DragEdgeTest, EdgesStopAtTheNeighboursAtZeroAndAtOneFrame) {
+  // Each case drags an object of frames 10 to 19 on a row of its own, grabbed at its edge.
+  const struct {
+    DragKind kind;
+    std::int32_t neighbourStart, neighbourEnd, to, start, end;
+  } cases[] = {
+      {DragKind::LeftEdge, -1, -1, 40, 19, 19},     // one frame
+      {DragKind::LeftEdge, 0, 4, 2, 5, 19},         // the previous object's end + 1
+      {DragKind::LeftEdge, -1, -1, -5, 0, 19},      // frame 0
+      {DragKind::RightEdge, 30, 39, 40, 10, 29},    // the next object's start - 1
+      {DragKind::RightEdge, -1, -1, 120, 10, 119},  // the last object of its row
+      {DragKind::RightEdge, -1, -1, 0, 10, 10},     // one frame
+  };
+  for (std::int32_t row = 0; row < 6; ++row) {
+    const auto& c = cases[row];
+    SCOPED_TRACE(row);
+    if (c.neighbourStart >= 0) add(row, c.neighbourStart, c.neighbourEnd);
+    auto a = add(row, 10, 19);
+    EXPECT_TRUE(dragEdge(c.kind, {a}, c.kind == DragKind::LeftEdge ? 10 : 20, c.to));
+    expectAt(*a, row, c.start, c.end);
+    if (row == 0) {  // at one frame the edge goes no further
+      EXPECT_EQ(drag.currentFrame, 19);
+      EXPECT_FALSE(moveTo(50));
+    }
+  }
 }
 
-TEST_F(DragEdgeTest, LeftEdgeKeepsSectionPointsInPlace) {
+TEST_F(DragEdgeTest, EdgesKeepSectionPointsInPlace) {
   auto a = add(0, 10, 29);
   a->sections = {5, 12};  // points at 15 and 22
-  EXPECT_TRUE(drag(DragKind::LeftEdge, {a}, 10, 20));
-  expectSpan(*a, 14, 29);
+  EXPECT_TRUE(dragEdge(DragKind::LeftEdge, {a}, 10, 20));
+  expectAt(*a, 0, 14, 29);
   EXPECT_EQ(a->sections, (std::vector<std::int32_t>{1, 8}));
-  input.frame = 7;
-  EXPECT_TRUE(ObjectDrag::step(scene, state, {a}, input));
-  expectSpan(*a, 7, 29);
+  EXPECT_TRUE(moveTo(7));
+  expectAt(*a, 0, 7, 29);
   EXPECT_EQ(a->sections, (std::vector<std::int32_t>{8, 15}));
-}
 
-TEST_F(DragEdgeTest, RightEdgeStopsAtTheNextObjectTheLastPointAndOneFrame) {
-  auto a = add(0, 10, 19);
-  add(0, 30, 39);
-  EXPECT_TRUE(drag(DragKind::RightEdge, {a}, 20, 40));
-  expectSpan(*a, 10, 29);
-
-  auto b = add(1, 10, 19);
-  EXPECT_TRUE(drag(DragKind::RightEdge, {b}, 20, 120));
-  expectSpan(*b, 10, 119);
-
-  auto c = add(2, 10, 19);
-  EXPECT_TRUE(drag(DragKind::RightEdge, {c}, 20, 0));
-  expectSpan(*c, 10, 10);
-
-  auto d = add(3, 10, 29);
-  d->sections = {5, 12};  // the last point at 22
-  EXPECT_TRUE(drag(DragKind::RightEdge, {d}, 30, 10));
-  expectSpan(*d, 10, 23);
+  // The right edge stops a frame after the last point.
+  auto d = add(1, 10, 29);
+  d->sections = {5, 12};
+  EXPECT_TRUE(dragEdge(DragKind::RightEdge, {d}, 30, 10));
+  expectAt(*d, 1, 10, 23);
   EXPECT_EQ(d->sections, (std::vector<std::int32_t>{5, 12}));
 }
 
@@ -143,11 +96,11 @@ TEST_F(DragEdgeTest, EachSelectedObjectClampsTheFirstObjectsStep) {
   auto c = add(2, 10, 19);
   // The first object allows 3 of the 10 frames; the second only 1 of those 3; the third,
   // free itself, still takes no more than 3.
-  EXPECT_TRUE(drag(DragKind::RightEdge, {a, b, c}, 20, 30));
-  expectSpan(*a, 10, 22);
-  expectSpan(*b, 10, 20);
-  expectSpan(*c, 10, 22);
-  EXPECT_EQ(state.currentFrame, 23);
+  EXPECT_TRUE(dragEdge(DragKind::RightEdge, {a, b, c}, 20, 30));
+  expectAt(*a, 0, 10, 22);
+  expectAt(*b, 1, 10, 20);
+  expectAt(*c, 2, 10, 22);
+  EXPECT_EQ(drag.currentFrame, 23);
 }
 
 TEST_F(DragEdgeTest, ControlObjectEdgeRebuildsItsRow) {
@@ -155,42 +108,38 @@ TEST_F(DragEdgeTest, ControlObjectEdgeRebuildsItsRow) {
   a->control = true;
   scene.addLayers(0).needsControlRebuild = true;
   scene.update();
-  EXPECT_TRUE(drag(DragKind::RightEdge, {a}, 20, 25));
+  EXPECT_TRUE(dragEdge(DragKind::RightEdge, {a}, 20, 25));
   ASSERT_EQ(scene.getLayer(0).controls.size(), 1u);
   EXPECT_EQ(scene.getLayer(0).controls.front().end, 24);
 }
 
 TEST_F(DragEdgeTest, ReleaseTellsInputEffectsTheirOldEdge) {
-  auto input0 = std::make_shared<RecordingInput>();
-  auto filter = std::make_shared<RecordingFilter>();
+  auto input0 = std::make_shared<RecordingEffect<Effect::EffectType::Input>>();
+  auto filter = std::make_shared<RecordingEffect<Effect::EffectType::Filter>>();
   auto a = add(0, 10, 19);
   a->effects = {input0};
   auto b = add(1, 30, 39);
   b->effects = {filter};
   auto c = add(2, 50, 59);
+  ASSERT_TRUE(dragEdge(DragKind::LeftEdge, {a, b, c}, 10, 15));
+  expectAt(*c, 2, 55, 59);
+  EXPECT_TRUE(ObjectDrag::finish(drag, {a, b, c}));
+  EXPECT_EQ(drag.kind, DragKind::None);
+  Heard heard{{Effect::ItemEvent::LeftEdgeDragged, a.get(), 10}};
+  EXPECT_EQ(input0->events, heard);
+  EXPECT_EQ(filter->events, Heard{});
 
-  ASSERT_TRUE(drag(DragKind::LeftEdge, {a, b, c}, 10, 15));
-  expectSpan(*c, 55, 59);
-  EXPECT_TRUE(ObjectDrag::finish(state, {a, b, c}));
-  EXPECT_EQ(state.kind, DragKind::None);
-  ASSERT_EQ(input0->events.size(), 1u);
-  EXPECT_EQ(input0->events[0].type, Effect::ItemEvent::LeftEdgeDragged);
-  EXPECT_EQ(input0->events[0].object, a.get());
-  EXPECT_EQ(input0->events[0].value, 10);
-  EXPECT_TRUE(filter->events.empty());
-
-  ASSERT_TRUE(drag(DragKind::RightEdge, {a}, 20, 25));
-  EXPECT_TRUE(ObjectDrag::finish(state, {a}));
-  ASSERT_EQ(input0->events.size(), 2u);
-  EXPECT_EQ(input0->events[1].type, Effect::ItemEvent::RightEdgeDragged);
-  EXPECT_EQ(input0->events[1].value, 19);
+  ASSERT_TRUE(dragEdge(DragKind::RightEdge, {a}, 20, 25));
+  EXPECT_TRUE(ObjectDrag::finish(drag, {a}));
+  heard.emplace_back(Effect::ItemEvent::RightEdgeDragged, a.get(), 19);
+  EXPECT_EQ(input0->events, heard);
 
   // A selection that changed during the drag, and a move, tell nothing.
-  ASSERT_TRUE(drag(DragKind::RightEdge, {a, b}, 25, 26));
-  EXPECT_FALSE(ObjectDrag::finish(state, {a}));
-  ASSERT_TRUE(drag(DragKind::Move, {a}, 20, 23));
-  EXPECT_FALSE(ObjectDrag::finish(state, {a}));
-  EXPECT_EQ(input0->events.size(), 2u);
+  ASSERT_TRUE(dragEdge(DragKind::RightEdge, {a, b}, 25, 26));
+  EXPECT_FALSE(ObjectDrag::finish(drag, {a}));
+  ASSERT_TRUE(dragEdge(DragKind::Move, {a}, 20, 23));
+  EXPECT_FALSE(ObjectDrag::finish(drag, {a}));
+  EXPECT_EQ(input0->events, heard);
 }
 
 }  // namespace

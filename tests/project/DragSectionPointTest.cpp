@@ -1,113 +1,64 @@
 // Dragging a section point alone, with the head of its object or with its tail: the
 // limits of each mode and where the other points end up.
-#include <gtest/gtest.h>
+#include <tuple>
 
-#include <cstdint>
-#include <memory>
-#include <vector>
-
-#include "edit/DragState.h"
-#include "edit/Object.h"
-#include "edit/ObjectDrag.h"
-#include "edit/Scene.h"
+#include "DragTestSupport.h"
 
 namespace {
 
-using Edit::DragInput;
 using Edit::DragKind;
-using Edit::DragStart;
-using Edit::DragState;
 using Edit::Object;
-using Edit::ObjectDrag;
-using Edit::Scene;
 using Edit::SectionMode;
 using Offsets = std::vector<std::int32_t>;
 
-class DragSectionPointTest : public ::testing::Test {
+class DragSectionPointTest : public DragTestSupport::DragFixture {
  protected:
-  DragSectionPointTest() : scene(1, 0, Edit::SceneDefaults{}) {
-    scene.visibleFrames = 1000;
-    scene.cursorFrame = 100000;
-    input.snap = false;
-  }
-
-  std::shared_ptr<Object> add(std::int32_t layer, std::int32_t start, std::int32_t end) {
-    auto object = scene.createEmptyObject(layer, start, end);
-    scene.update();
-    return object;
-  }
-
   // Frames 100 to 199 with points at 120 and 150.
   std::shared_ptr<Object> addSectioned(std::int32_t layer) {
     auto object = add(layer, 100, 199);
     object->sections = {20, 50};
-    object->selected = true;
     return object;
   }
 
   // Grabs `point` at `frame`; with `shift` the Shift key is held on the point's mark.
-  void begin(const std::shared_ptr<Object>& object, std::int32_t point, std::int32_t frame, bool shift = false) {
-    DragStart start;
-    start.kind = DragKind::SectionPoint;
-    start.grabbedObject = object;
-    start.grabbedPoint = point;
-    start.layer = object->layer;
-    start.frame = frame;
-    start.shift = shift;
-    start.onPointMark = shift;
-    selection = {object};
-    drag = ObjectDrag::begin(start, selection, nullptr);
-  }
-
-  bool moveTo(std::int32_t frame) {
-    input.frame = frame;
-    const bool moved = ObjectDrag::step(scene, drag, selection, input);
-    scene.update();
-    return moved;
+  void grab(const std::shared_ptr<Object>& object, std::int32_t point, std::int32_t frame, bool shift = false) {
+    begin({DragKind::SectionPoint, object, point, object->layer, frame, shift, shift}, {object});
   }
 
   static void expectObject(const Object& object, std::int32_t start, std::int32_t end, const Offsets& sections) {
-    EXPECT_EQ(object.start, start);
-    EXPECT_EQ(object.end, end);
-    EXPECT_EQ(object.sections, sections);
+    EXPECT_EQ(std::tuple(object.start, object.end, object.sections), std::tuple(start, end, sections));
   }
-
-  Scene scene;
-  std::vector<std::shared_ptr<Object>> selection;
-  DragState drag;
-  DragInput input;
 };
 
 TEST_F(DragSectionPointTest, ShiftOnThePointsMarkChoosesTheModeBySide) {
   auto a = addSectioned(0);
-  begin(a, 1, 119, true);
+  grab(a, 1, 119, true);
   EXPECT_EQ(drag.sectionMode, SectionMode::Head);
-  begin(a, 1, 120, true);
+  grab(a, 1, 120, true);
   EXPECT_EQ(drag.sectionMode, SectionMode::Tail);
-  begin(a, 1, 119);
+  grab(a, 1, 119);
   EXPECT_EQ(drag.sectionMode, SectionMode::Point);
-
-  DragStart start{DragKind::SectionPoint, a, 1, 0, 119};
-  start.shift = true;  // Shift over the object, but not over the point's own mark
-  EXPECT_EQ(ObjectDrag::begin(start, {a}, nullptr).sectionMode, SectionMode::Point);
+  // Shift over the object, but not over the point's own mark.
+  begin({DragKind::SectionPoint, a, 1, 0, 119, true, false}, {a});
+  EXPECT_EQ(drag.sectionMode, SectionMode::Point);
 }
 
 TEST_F(DragSectionPointTest, PlainPointStaysAFrameFromItsNeighboursAndTheEnd) {
   auto a = addSectioned(0);
-  begin(a, 1, 120);
+  grab(a, 1, 120);
   EXPECT_TRUE(moveTo(90));
   expectObject(*a, 100, 199, {1, 50});
   EXPECT_EQ(drag.currentFrame, 101);
   EXPECT_TRUE(moveTo(170));
   expectObject(*a, 100, 199, {49, 50});
 
-  begin(a, 2, 150);
+  grab(a, 2, 150);
   EXPECT_TRUE(moveTo(260));
   expectObject(*a, 100, 199, {49, 98});
   EXPECT_TRUE(moveTo(100));
   expectObject(*a, 100, 199, {49, 50});
   // Right against the next point: no room to the right at all.
-  begin(a, 1, 149);
+  grab(a, 1, 149);
   EXPECT_FALSE(moveTo(160));
   EXPECT_EQ(drag.currentFrame, 149);
 }
@@ -116,7 +67,7 @@ TEST_F(DragSectionPointTest, HeadModeMovesTheStartAndLeavesLaterPointsInPlace) {
   add(0, 0, 89);
   auto a = addSectioned(0);
   a->control = true;
-  begin(a, 1, 118, true);
+  grab(a, 1, 118, true);
   // Down to the previous object's end + 1: the start goes from 100 to 90.
   EXPECT_TRUE(moveTo(88));
   expectObject(*a, 90, 199, {20, 60});
@@ -128,7 +79,7 @@ TEST_F(DragSectionPointTest, HeadModeMovesTheStartAndLeavesLaterPointsInPlace) {
 
   // The first object of its row may go down to frame 0.
   auto b = addSectioned(1);
-  begin(b, 1, 118, true);
+  grab(b, 1, 118, true);
   EXPECT_TRUE(moveTo(-100));
   expectObject(*b, 0, 199, {20, 150});
 }
@@ -136,38 +87,36 @@ TEST_F(DragSectionPointTest, HeadModeMovesTheStartAndLeavesLaterPointsInPlace) {
 TEST_F(DragSectionPointTest, TailModeMovesTheEndAndLaterPointsWithThePoint) {
   auto a = addSectioned(0);
   add(0, 210, 250);
-  begin(a, 1, 121, true);
+  grab(a, 1, 121, true);
   // Up to the next object's start - 1: the end goes from 199 to 209.
   EXPECT_TRUE(moveTo(151));
   expectObject(*a, 100, 209, {30, 60});
 
   // Down to a frame after the previous point.
   auto c = addSectioned(1);
-  begin(c, 2, 150, true);
+  grab(c, 2, 150, true);
   EXPECT_TRUE(moveTo(100));
   expectObject(*c, 100, 170, {20, 21});
 
   // The last object of its row has no limit to its right.
   auto d = addSectioned(2);
-  begin(d, 1, 120, true);
+  grab(d, 1, 120, true);
   EXPECT_TRUE(moveTo(1120));
   expectObject(*d, 100, 1199, {1020, 1050});
 }
 
-TEST_F(DragSectionPointTest, ActsOnlyOnASingleSelectedObject) {
+TEST_F(DragSectionPointTest, ActsOnlyOnASingleSelectedObjectAndSnapsThePoint) {
   auto a = addSectioned(0);
   auto b = addSectioned(1);
-  begin(a, 1, 120);
+  grab(a, 1, 120);
   selection = {a, b};
   EXPECT_FALSE(moveTo(130));
   expectObject(*a, 100, 199, {20, 50});
-}
 
-TEST_F(DragSectionPointTest, SnapsThePoint) {
-  add(1, 133, 140);
-  auto a = addSectioned(0);
+  add(2, 133, 140);
+  b->selected = false;
   input.snap = true;
-  begin(a, 1, 120);
+  grab(a, 1, 120);
   EXPECT_TRUE(moveTo(130));
   expectObject(*a, 100, 199, {33, 50});
 }

@@ -2,8 +2,10 @@
 // refused change leaves behind, and how a chain is repaired and copied.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "edit/EffectManager.h"
@@ -24,62 +26,32 @@ using Effect::EffectBase;
 using Effect::EffectItemNumber;
 using Effect::EffectService;
 using Chain = std::vector<std::shared_ptr<EffectBase>>;
+using Keys = std::vector<const wchar_t*>;
 using Names = std::vector<std::wstring>;
 
-// None of the built-in filters works on video and audio alike, so the rows of the fit
-// rules for such a filter need one of their own.
+// Effects of the test's own: a filter for video and audio alike, which none of the
+// built-in filters is, and an effect that claims a menu-only role, which no chain may hold.
 constexpr Effect::ItemRow kBothItems[] = {Effect::number(L"強さ", 50, 0, 100, 0.1)};
+const Effect::EffectInfo kBothFilter{L"両用フィルタ", Effect::EffectType::Filter, Effect::EffectMedia::Both,
+                                     Effect::EffectMedia::Both, L"", kBothItems};
+const Effect::EffectInfo kAliasRole{L"別名役の効果", Effect::EffectType::AliasObject, Effect::EffectMedia::Video,
+                                    Effect::EffectMedia::Video, L"", {}};
 
-class BothFilter final : public Effect::EffectInstance<BothFilter> {
+template <const Effect::EffectInfo& Info>
+class TestEffect final : public Effect::EffectInstance<TestEffect<Info>> {
  public:
-  static const Effect::EffectInfo kInfo;
-  BothFilter() : EffectInstance(kInfo) {}
+  TestEffect() : Effect::EffectInstance<TestEffect>(Info) {}
 };
 
-const Effect::EffectInfo BothFilter::kInfo{L"両用フィルタ", Effect::EffectType::Filter, Effect::EffectMedia::Both,
-                                           Effect::EffectMedia::Both, L"", kBothItems};
-
-// An effect that claims a menu-only role; no chain may hold it.
-class AliasRoleEffect final : public Effect::EffectInstance<AliasRoleEffect> {
- public:
-  static const Effect::EffectInfo kInfo;
-  AliasRoleEffect() : EffectInstance(kInfo) {}
-};
-
-const Effect::EffectInfo AliasRoleEffect::kInfo{L"別名役の効果", Effect::EffectType::AliasObject,
-                                                Effect::EffectMedia::Video, Effect::EffectMedia::Video, L"", {}};
-
-constexpr const char* kSetInput = "Edit::EffectManager::setInputEffect";
-constexpr const char* kSetOutput = "Edit::EffectManager::setOutputEffect";
-constexpr const char* kSetFilter = "Edit::EffectManager::setFilterEffect";
-constexpr const char* kSetControl = "Edit::EffectManager::setControlEffect";
-constexpr const char* kObjectType = "Edit::EffectManager::getObjectType";
-
-// Runs `call` and reports whether it threw the system's text with that place.
-template <class Call>
-::testing::AssertionResult throwsNote(Call&& call, const std::string& text, const std::string& place) {
-  try {
-    call();
-  } catch (const System::NoteException& exception) {
-    if (exception.message() != text) return ::testing::AssertionFailure() << "threw \"" << exception.message() << '"';
-    if (exception.text().find("[Place]\n" + place + "()") == std::string::npos) {
-      return ::testing::AssertionFailure() << "wrong place in: " << exception.text();
-    }
-    return ::testing::AssertionSuccess();
-  }
-  return ::testing::AssertionFailure() << "nothing thrown";
-}
+constexpr const char* kType = "different effect type.";
 
 class EffectManagerTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
     service = new EffectService();
-    service->registerEffect<BothFilter>();
+    service->registerEffect<TestEffect<kBothFilter>>();
   }
-  static void TearDownTestSuite() {
-    delete service;
-    service = nullptr;
-  }
+  static void TearDownTestSuite() { delete std::exchange(service, nullptr); }
 
   static EffectManager on(Object& object) { return EffectManager(object, *service); }
   static Effect::EffectDefine& define(const wchar_t* key) { return service->findEffect(key); }
@@ -90,271 +62,202 @@ class EffectManagerTest : public ::testing::Test {
     return found;
   }
   // Builds a chain through the menu path, one key after another.
-  static void add(Object& object, const std::vector<const wchar_t*>& keys) {
+  static void add(Object& object, const Keys& keys) {
     for (const wchar_t* key : keys) on(object).addEffect(key);
   }
-  // Puts an effect at the end without asking the rules, as a menu that swapped an
-  // effect or an older file may leave a chain before it is pruned.
-  static std::shared_ptr<EffectBase> push(Object& object, const wchar_t* key) {
-    object.effects.push_back(service->createEffect(key));
-    return object.effects.back();
+  static bool held(const Chain& chain, const std::shared_ptr<EffectBase>& effect) {
+    return std::find(chain.begin(), chain.end(), effect) != chain.end();
+  }
+  // Puts effects at the end without asking the rules, as a menu that swapped an effect
+  // or an older file may leave a chain before it is pruned.
+  static void push(Object& object, const Keys& keys) {
+    for (const wchar_t* key : keys) object.effects.push_back(service->createEffect(key));
   }
 
-  static EffectService* service;
-};
+  // A refused change throws the system's text with its place, a function of
+  // Edit::EffectManager (nullptr: not checked), and leaves the chain and the control
+  // flag as they were.
+  template <class Call>
+  static void expectRefused(Object& object, Call&& call, const std::string& text, const char* place) {
+    const Chain before = object.effects;
+    const bool control = object.control;
+    try {
+      call();
+      ADD_FAILURE() << "nothing thrown";
+    } catch (const System::NoteException& exception) {
+      EXPECT_EQ(exception.message(), text);
+      const std::string line = place ? "[Place]\nEdit::EffectManager::" + std::string(place) + "()" : "";
+      EXPECT_NE(exception.text().find(line), std::string::npos) << exception.text();
+    }
+    EXPECT_EQ(object.effects, before);
+    EXPECT_EQ(object.control, control);
+  }
 
-EffectService* EffectManagerTest::service = nullptr;
+  inline static EffectService* service = nullptr;
+};
 
 TEST_F(EffectManagerTest, FitsFollowsTheTableForEveryHolderAndMedia) {
   // Rows: holder 0 to 5. Columns: media 0 to 5.
-  const bool expected[6][6] = {
-      {true, false, false, false, false, false},  // 0 holds only media 0
-      {true, true, false, true, false, false},    // video: video and both
-      {true, false, true, true, false, false},    // audio: audio and both
-      {true, true, true, true, false, true},      // both: anything but a camera
-      {true, false, false, false, true, false},   // camera: camera filters only
-      {true, false, false, false, false, true},   // timeline only
+  const std::string expected[6] = {
+      "100000",  // 0 holds only media 0
+      "110100",  // video: video and both
+      "101100",  // audio: audio and both
+      "111101",  // both: anything but a camera
+      "100010",  // camera: camera filters only
+      "100001",  // timeline only
   };
   for (int holder = 0; holder < 6; ++holder) {
     for (int media = 0; media < 6; ++media) {
-      EXPECT_EQ(EffectManager::fits(holder, media), expected[holder][media]) << "holder " << holder << " media " << media;
+      EXPECT_EQ(EffectManager::fits(holder, media), expected[holder][media] == '1') << holder << ", " << media;
     }
   }
 }
 
-TEST_F(EffectManagerTest, AnInputChosenAsObjectBringsItsDefaultOutput) {
+// Effects set one after another on a new object. Each set fills only its own slot and
+// keeps every other effect that was there, unless the chain was empty or a control
+// replaced it.
+TEST_F(EffectManagerTest, EffectsChosenOneByOneMakeTheChainAndTypeOfTheObject) {
   struct Case {
-    const wchar_t* input;
-    const wchar_t* output;
+    Keys keys;
+    Names chain;  // empty: the keys
     std::int32_t type;
+    bool control = false;
   };
   const Case cases[] = {
-      {L"テキスト", L"標準描画", 1},   {L"音声ファイル", L"音声再生", 2}, {L"フレームバッファ", L"基本出力", 1},
-      {L"シーン", L"映像再生", 3},     {L"画像ファイル", L"標準描画", 1}, {L"動画ファイル", L"映像再生", 3},
-      {L"オーディオバッファ", L"音声再生", 2},
+      // An input brings its default output.
+      {{L"テキスト"}, {L"テキスト", L"標準描画"}, 1},
+      {{L"音声ファイル"}, {L"音声ファイル", L"音声再生"}, 2},
+      {{L"フレームバッファ"}, {L"フレームバッファ", L"基本出力"}, 1},
+      {{L"シーン"}, {L"シーン", L"映像再生"}, 3},
+      {{L"画像ファイル"}, {L"画像ファイル", L"標準描画"}, 1},
+      {{L"動画ファイル"}, {L"動画ファイル", L"映像再生"}, 3},
+      {{L"オーディオバッファ"}, {L"オーディオバッファ", L"音声再生"}, 2},
+      // An output brings its paired input.
+      {{L"パーティクル出力"}, {L"図形", L"パーティクル出力"}, 1},
+      // Another input or output replaces its own slot only; the output decides the type.
+      {{L"テキスト", L"ぼかし", L"図形"}, {L"図形", L"標準描画", L"ぼかし"}, 1},
+      {{L"テキスト", L"ぼかし", L"動画ファイル"}, {L"動画ファイル", L"標準描画", L"ぼかし"}, 1},  // holds video filters
+      {{L"テキスト", L"ぼかし", L"パーティクル出力"}, {L"テキスト", L"パーティクル出力", L"ぼかし"}, 1},
+      {{L"動画ファイル", L"標準描画"}, {}, 1},
+      {{L"動画ファイル", L"音声再生"}, {}, 2},
+      // Filters that fit the placement of the top effect (the rest: ChangesAgainstTheRulesAreRefused).
+      {{L"テキスト", L"標準描画", L"ぼかし", L"両用フィルタ"}, {}, 1},
+      {{L"音声ファイル", L"音声再生", L"音量調整", L"両用フィルタ"}, {}, 2},
+      {{L"動画ファイル", L"映像再生", L"ぼかし", L"音量調整"}, {}, 3},
+      {{L"ぼかし", L"モザイク"}, {}, 4}, {{L"音量調整", L"モノラル化"}, {}, 5},
+      {{L"両用フィルタ"}, {}, 6}, {{L"並行光源(カメラ制御)"}, {}, 6},
+      // Control effects set the control flag only for layer ranges.
+      {{L"グループ制御", L"ぼかし"}, {}, 7, true}, {{L"カメラ制御", L"並行光源(カメラ制御)"}, {}, 7, true},
+      {{L"グループ制御(音声)", L"音量調整"}, {}, 7, true}, {{L"時間制御(オブジェクト)"}, {}, 7, true},
+      {{L"シーンチェンジ"}, {}, 7}, {{L"部分フィルタ"}, {}, 7},
+      // The time control is placed on the timeline too, so it gives way to another control.
+      {{L"時間制御(オブジェクト)", L"シーンチェンジ"}, {L"シーンチェンジ"}, 7},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(System::Text::toUtf8(c.input));
+    SCOPED_TRACE(System::Text::toUtf8(c.keys.back()));
     Object object;
-    EXPECT_EQ(on(object).setEffectByDefine(define(c.input)), 0u);
-    EXPECT_EQ(names(object), (Names{c.input, c.output}));
+    object.control = c.type == 7 && !c.control;  // a control effect sets the flag either way
+    for (const wchar_t* key : c.keys) {
+      const Chain before = object.effects;
+      const std::size_t index = on(object).setEffectByDefine(define(key));
+      ASSERT_LT(index, object.effects.size());
+      EXPECT_EQ(object.effects[index]->name(), std::wstring(key));
+      for (std::size_t i = 0; i < object.effects.size(); ++i) {
+        EXPECT_TRUE(i == index || before.empty() || c.type == 7 || held(before, object.effects[i])) << i;
+      }
+    }
+    EXPECT_EQ(names(object), c.chain.empty() ? Names(c.keys.begin(), c.keys.end()) : c.chain);
     EXPECT_EQ(EffectManager::getObjectType(object), c.type);
-    EXPECT_FALSE(object.control);
+    EXPECT_EQ(object.control, c.control);
   }
+
+  Object empty;
+  expectRefused(empty, [&] { EffectManager::getObjectType(empty); }, "not exist effect.", "getObjectType");
+  Object outputFirst;
+  push(outputFirst, {L"標準描画"});
+  expectRefused(outputFirst, [&] { EffectManager::getObjectType(outputFirst); }, "illegal top effect.",
+                "getObjectType");
 }
 
-TEST_F(EffectManagerTest, AnOutputChosenAsObjectNeedsAPairedInput) {
-  Object particles;
-  EXPECT_EQ(on(particles).setEffectByDefine(define(L"パーティクル出力")), 1u);
-  EXPECT_EQ(names(particles), (Names{L"図形", L"パーティクル出力"}));
-  EXPECT_EQ(EffectManager::getObjectType(particles), 1);
-
-  for (const wchar_t* key : {L"標準描画", L"音声再生", L"映像再生"}) {
-    SCOPED_TRACE(System::Text::toUtf8(key));
-    Object object;
-    EXPECT_TRUE(throwsNote([&] { on(object).setOutputEffect(define(key)); }, "not exist input effect.", kSetOutput));
-    EXPECT_TRUE(object.effects.empty());
-  }
-}
-
-TEST_F(EffectManagerTest, SettingTheSameInputAgainKeepsTheEffectAndItsValues) {
-  Object object;
-  add(object, {L"テキスト", L"ぼかし"});
-  const std::shared_ptr<EffectBase> text = object.effects[0];
-  text->item<EffectItemNumber>(L"サイズ").setValue(0, 123.45);
-  const Chain before = object.effects;
-
-  EXPECT_EQ(on(object).setInputEffect(define(L"テキスト")), 0u);
-  EXPECT_EQ(object.effects, before);
-  // The menu path must not reset the values to the stored default either.
-  EXPECT_EQ(on(object).addEffect(L"テキスト"), text);
-  EXPECT_EQ(object.effects, before);
-  EXPECT_DOUBLE_EQ(text->item<EffectItemNumber>(L"サイズ").getValue(0), 123.45);
-}
-
-TEST_F(EffectManagerTest, ReplacingTheInputKeepsOutputAndFilters) {
-  Object object;
-  add(object, {L"テキスト", L"ぼかし"});
-  const Chain before = object.effects;
-
-  EXPECT_EQ(on(object).setInputEffect(define(L"図形")), 0u);
-  EXPECT_EQ(names(object), (Names{L"図形", L"標準描画", L"ぼかし"}));
-  EXPECT_EQ(object.effects[1], before[1]);
-  EXPECT_EQ(object.effects[2], before[2]);
-
-  // An input for both holds video filters too.
-  EXPECT_EQ(on(object).setInputEffect(define(L"動画ファイル")), 0u);
-  EXPECT_EQ(names(object), (Names{L"動画ファイル", L"標準描画", L"ぼかし"}));
-  EXPECT_EQ(EffectManager::getObjectType(object), 1);
-}
-
-TEST_F(EffectManagerTest, AnInputThatTheRestOfTheChainDoesNotFitIsRefused) {
-  Object video;
-  add(video, {L"テキスト"});
-  Chain before = video.effects;
-  // The output is part of the test: 標準描画 cannot follow an audio input.
-  EXPECT_TRUE(throwsNote([&] { on(video).setInputEffect(define(L"音声ファイル")); }, "different filter effect type.",
-                         kSetInput));
-  EXPECT_EQ(video.effects, before);
-
-  Object movie;
-  add(movie, {L"動画ファイル", L"ぼかし", L"音量調整"});
-  before = movie.effects;
-  EXPECT_TRUE(throwsNote([&] { on(movie).setInputEffect(define(L"画像ファイル")); }, "different filter effect type.",
-                         kSetInput));
-  EXPECT_EQ(movie.effects, before);
-
-  Object filters;
-  add(filters, {L"ぼかし"});
-  before = filters.effects;
-  EXPECT_TRUE(throwsNote([&] { on(filters).setInputEffect(define(L"テキスト")); }, "different effect type.", kSetInput));
-  EXPECT_EQ(filters.effects, before);
-}
-
-TEST_F(EffectManagerTest, OutputIsReplacedOnlyByAnotherDefineThatFitsTheInput) {
-  Object object;
-  add(object, {L"テキスト", L"ぼかし"});
-  const Chain before = object.effects;
-
-  EXPECT_EQ(on(object).setOutputEffect(define(L"標準描画")), 1u);
-  EXPECT_EQ(object.effects, before);  // the same define keeps its instance
-
-  EXPECT_TRUE(throwsNote([&] { on(object).setOutputEffect(define(L"音声再生")); }, "different effect type.", kSetOutput));
-  EXPECT_EQ(object.effects, before);
-
-  EXPECT_EQ(on(object).setOutputEffect(define(L"パーティクル出力")), 1u);
-  EXPECT_EQ(names(object), (Names{L"テキスト", L"パーティクル出力", L"ぼかし"}));
-  EXPECT_EQ(object.effects[0], before[0]);
-  EXPECT_EQ(object.effects[2], before[2]);
-
-  Object movie;
-  add(movie, {L"動画ファイル"});
-  EXPECT_EQ(on(movie).setOutputEffect(define(L"音声再生")), 1u);
-  EXPECT_EQ(names(movie), (Names{L"動画ファイル", L"音声再生"}));
-  EXPECT_EQ(EffectManager::getObjectType(movie), 2);
-
-  Object filters;
-  add(filters, {L"ぼかし"});
-  EXPECT_TRUE(
-      throwsNote([&] { on(filters).setOutputEffect(define(L"標準描画")); }, "different effect type.", kSetOutput));
-  EXPECT_EQ(names(filters), (Names{L"ぼかし"}));
-}
-
-TEST_F(EffectManagerTest, FiltersMustFitThePlacementOfTheTopEffect) {
+TEST_F(EffectManagerTest, ChangesAgainstTheRulesAreRefused) {
+  struct Setter {
+    std::size_t (EffectManager::*set)(Effect::EffectDefine&);
+    const char* place;
+  };
+  const Setter input{&EffectManager::setInputEffect, "setInputEffect"};
+  const Setter output{&EffectManager::setOutputEffect, "setOutputEffect"};
+  const Setter control{&EffectManager::setControlEffect, "setControlEffect"};
+  const Setter filter{&EffectManager::setEffectByDefine, "setFilterEffect"};
+  const std::string kFilterType = "different filter effect type.", kControl = "can not change control effect.";
   struct Case {
-    std::vector<const wchar_t*> chain;
-    const wchar_t* filter;
-    bool fits;
+    Keys chain;
+    Setter setter;
+    const wchar_t* key;
+    std::string text;
   };
   const Case cases[] = {
-      {{L"テキスト"}, L"ぼかし", true},
-      {{L"テキスト"}, L"両用フィルタ", true},
-      {{L"テキスト"}, L"音量調整", false},
-      {{L"テキスト"}, L"並行光源(カメラ制御)", false},
-      {{L"音声ファイル"}, L"音量調整", true},
-      {{L"音声ファイル"}, L"両用フィルタ", true},
-      {{L"音声ファイル"}, L"ぼかし", false},
-      {{L"動画ファイル"}, L"ぼかし", true},
-      {{L"動画ファイル"}, L"音量調整", true},
-      {{L"動画ファイル"}, L"並行光源(カメラ制御)", false},
-      {{L"カメラ制御"}, L"並行光源(カメラ制御)", true},
-      {{L"カメラ制御"}, L"ぼかし", false},
-      {{L"カメラ制御"}, L"両用フィルタ", false},
-      {{L"グループ制御"}, L"ぼかし", true},
-      {{L"グループ制御"}, L"音量調整", false},
-      {{L"グループ制御(音声)"}, L"音量調整", true},
-      {{L"グループ制御(音声)"}, L"ぼかし", false},
-      {{L"シーンチェンジ"}, L"ぼかし", false},
-      {{L"シーンチェンジ"}, L"両用フィルタ", false},
-      {{L"ぼかし"}, L"モザイク", true},
-      {{L"ぼかし"}, L"音量調整", false},
-      {{L"音量調整"}, L"モノラル化", true},
-      {{}, L"音量調整", true},
+      {{}, output, L"標準描画", "not exist input effect."},
+      {{}, output, L"音声再生", "not exist input effect."},
+      {{}, output, L"映像再生", "not exist input effect."},
+      // The output is part of the test: 標準描画 cannot follow an audio input.
+      {{L"テキスト"}, input, L"音声ファイル", kFilterType},
+      {{L"動画ファイル", L"ぼかし", L"音量調整"}, input, L"画像ファイル", kFilterType},
+      {{L"ぼかし"}, input, L"テキスト", kType},
+      {{L"テキスト", L"ぼかし"}, output, L"音声再生", kType},
+      {{L"ぼかし"}, output, L"標準描画", kType},
+      // Only a control of timeline placement is replaced.
+      {{L"グループ制御", L"ぼかし"}, control, L"シーンチェンジ", kControl},
+      {{L"テキスト"}, control, L"グループ制御", kControl},
+      {{L"ぼかし"}, control, L"グループ制御", kControl},
+      // A filter that does not fit the placement of the top effect.
+      {{L"テキスト"}, filter, L"音量調整", kType}, {{L"テキスト"}, filter, L"並行光源(カメラ制御)", kType},
+      {{L"音声ファイル"}, filter, L"ぼかし", kType}, {{L"動画ファイル"}, filter, L"並行光源(カメラ制御)", kType},
+      {{L"カメラ制御"}, filter, L"ぼかし", kType}, {{L"カメラ制御"}, filter, L"両用フィルタ", kType},
+      {{L"グループ制御"}, filter, L"音量調整", kType}, {{L"グループ制御(音声)"}, filter, L"ぼかし", kType},
+      {{L"シーンチェンジ"}, filter, L"ぼかし", kType}, {{L"シーンチェンジ"}, filter, L"両用フィルタ", kType},
+      {{L"ぼかし"}, filter, L"音量調整", kType},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(System::Text::toUtf8(c.key));
     Object object;
     add(object, c.chain);
-    SCOPED_TRACE(testing::Message() << System::Text::toUtf8(c.chain.empty() ? L"(empty)" : c.chain.front()) << " + "
-                                    << System::Text::toUtf8(c.filter));
-    const Chain before = object.effects;
-    if (c.fits) {
-      EXPECT_EQ(on(object).setEffectByDefine(define(c.filter)), before.size());
-      EXPECT_EQ(object.effects.size(), before.size() + 1);
-      EXPECT_EQ(object.effects.back()->name(), std::wstring(c.filter));
-    } else {
-      EXPECT_TRUE(throwsNote([&] { on(object).setEffectByDefine(define(c.filter)); }, "different effect type.",
-                             kSetFilter));
-      EXPECT_EQ(object.effects, before);
-    }
+    expectRefused(object, [&] { (on(object).*c.setter.set)(define(c.key)); }, c.text, c.setter.place);
   }
-}
 
-TEST_F(EffectManagerTest, AnEffectOfAMenuOnlyRoleIsRefused) {
-  Effect::EffectDefine alias(0, std::make_shared<AliasRoleEffect>());
   Object object;
-  EXPECT_TRUE(throwsNote([&] { on(object).setEffectByDefine(alias); }, "invalid effect type.",
-                         "Edit::EffectManager::setEffectByDefine"));
-  EXPECT_TRUE(object.effects.empty());
+  Effect::EffectDefine alias(0, std::make_shared<TestEffect<kAliasRole>>());
+  expectRefused(object, [&] { on(object).setEffectByDefine(alias); }, "invalid effect type.", "setEffectByDefine");
+  add(object, {L"テキスト", L"ぼかし"});
+  expectRefused(object, [&] { on(object).addEffect(L"存在しない効果"); }, "not found effect.", nullptr);
+  expectRefused(object, [&] { on(object).addEffect(L"並行光源(カメラ制御)", object.effects[2].get()); }, kType,
+                "setFilterEffect");
 }
 
-TEST_F(EffectManagerTest, ANewFilterLandsAtTheEndOrDirectlyBehindBefore) {
-  Object object;
-  add(object, {L"テキスト", L"ぼかし", L"モザイク"});
-  const std::shared_ptr<EffectBase> text = object.effects[0];
-  const std::shared_ptr<EffectBase> draw = object.effects[1];
-  const std::shared_ptr<EffectBase> blur = object.effects[2];
-  const std::shared_ptr<EffectBase> mosaic = object.effects[3];
-  EXPECT_EQ(names(object), (Names{L"テキスト", L"標準描画", L"ぼかし", L"モザイク"}));
-
-  const std::shared_ptr<EffectBase> glow = on(object).addEffect(L"グロー", blur.get());
-  EXPECT_EQ(object.effects[3], glow);
-  EXPECT_EQ(names(object), (Names{L"テキスト", L"標準描画", L"ぼかし", L"グロー", L"モザイク"}));
-  on(object).addEffect(L"発光", draw.get());
-  EXPECT_EQ(names(object), (Names{L"テキスト", L"標準描画", L"発光", L"ぼかし", L"グロー", L"モザイク"}));
-  // Behind the input still means behind the output: it is never passed.
-  on(object).addEffect(L"閃光", text.get());
-  EXPECT_EQ(names(object), (Names{L"テキスト", L"標準描画", L"閃光", L"発光", L"ぼかし", L"グロー", L"モザイク"}));
-  on(object).addEffect(L"拡散光", mosaic.get());
-  EXPECT_EQ(object.effects.back()->name(), std::wstring(L"拡散光"));
-
-  Object filters;
-  add(filters, {L"ぼかし", L"モザイク"});
-  const std::shared_ptr<EffectBase> top = filters.effects[0];
-  on(filters).addEffect(L"グロー", top.get());
-  EXPECT_EQ(names(filters), (Names{L"ぼかし", L"グロー", L"モザイク"}));
-}
-
-TEST_F(EffectManagerTest, ARefusedAddLeavesTheChainAsItWas) {
+TEST_F(EffectManagerTest, TheSameInputOrOutputSetAgainKeepsItsInstanceAndValues) {
   Object object;
   add(object, {L"テキスト", L"ぼかし"});
   const Chain before = object.effects;
-  try {
-    on(object).addEffect(L"存在しない効果");
-    ADD_FAILURE() << "nothing thrown";
-  } catch (const System::NoteException& exception) {
-    EXPECT_EQ(exception.message(), "not found effect.");
-  }
+  before[0]->item<EffectItemNumber>(L"サイズ").setValue(0, 123.45);
+  EXPECT_EQ(on(object).setInputEffect(define(L"テキスト")), 0u);
+  EXPECT_EQ(on(object).setOutputEffect(define(L"標準描画")), 1u);
   EXPECT_EQ(object.effects, before);
-  EXPECT_TRUE(throwsNote([&] { on(object).addEffect(L"並行光源(カメラ制御)", before[2].get()); },
-                         "different effect type.", kSetFilter));
+  // The menu path must not reset the values to the stored default either.
+  EXPECT_EQ(on(object).addEffect(L"テキスト"), before[0]);
   EXPECT_EQ(object.effects, before);
+  EXPECT_DOUBLE_EQ(before[0]->item<EffectItemNumber>(L"サイズ").getValue(0), 123.45);
 }
 
 TEST_F(EffectManagerTest, AddedEffectTakesTheStoredDefaultWithAValuePerSectionPoint) {
   Effect::EffectDefine& blur = define(L"ぼかし");
-  struct Reset {
-    Effect::EffectDefine& define;
-    ~Reset() { define.resetDefault(); }
-  } reset{blur};
-  {
-    const std::shared_ptr<EffectBase> stored = blur.createInstance();
-    auto& range = stored->item<EffectItemNumber>(L"範囲");
-    range.setMovement(Effect::findMovement(L"直線移動"), 2);
-    range.setValue(0, 7);
-    range.setValue(1, 9);
-    stored->item<EffectItemNumber>(L"縦横比").setValue(0, -0.5);
-    blur.saveDefault(*stored);
-  }
+  const std::unique_ptr<Effect::EffectDefine, void (*)(Effect::EffectDefine*)> reset(
+      &blur, [](Effect::EffectDefine* define) { define->resetDefault(); });
+  const std::shared_ptr<EffectBase> stored = blur.createInstance();
+  auto& storedRange = stored->item<EffectItemNumber>(L"範囲");
+  storedRange.setMovement(Effect::findMovement(L"直線移動"), 2);
+  storedRange.setValue(0, 7);
+  storedRange.setValue(1, 9);
+  stored->item<EffectItemNumber>(L"縦横比").setValue(0, -0.5);
+  blur.saveDefault(*stored);
 
   Object object;
   object.end = 99;
@@ -372,225 +275,102 @@ TEST_F(EffectManagerTest, AddedEffectTakesTheStoredDefaultWithAValuePerSectionPo
   EXPECT_EQ(blur.createInstance()->item<EffectItemNumber>(L"範囲").values(), std::vector<std::int32_t>{5});
 }
 
-TEST_F(EffectManagerTest, OnlyFiltersMoveAndOnlyPastFilters) {
-  Object object;
-  add(object, {L"テキスト", L"ぼかし", L"モザイク"});
-  const Chain start = object.effects;
-  EffectManager manager = on(object);
-
-  manager.moveEffectUp(*start[2]);  // behind it stands the output
-  manager.moveEffectDown(*start[3]);
-  manager.moveEffectUp(*start[1]);
-  manager.moveEffectDown(*start[1]);
-  manager.moveEffectUp(*start[0]);
-  manager.moveEffectDown(*start[0]);
-  EXPECT_EQ(object.effects, start);
-
-  manager.moveEffectUp(*start[3]);
-  EXPECT_EQ(names(object), (Names{L"テキスト", L"標準描画", L"モザイク", L"ぼかし"}));
-  manager.moveEffectDown(*start[3]);
-  EXPECT_EQ(names(object), (Names{L"テキスト", L"標準描画", L"ぼかし", L"モザイク"}));
-
-  Object group;
-  add(group, {L"グループ制御", L"ぼかし"});
-  const Chain grouped = group.effects;
-  on(group).moveEffectUp(*grouped[1]);
-  on(group).moveEffectDown(*grouped[0]);
-  EXPECT_EQ(group.effects, grouped);
-
-  // The top of a filter object changes by a swap with the filter behind it.
-  Object filters;
-  add(filters, {L"ぼかし", L"モザイク"});
-  on(filters).moveEffectUp(*filters.effects[1]);
-  EXPECT_EQ(names(filters), (Names{L"モザイク", L"ぼかし"}));
-  on(filters).moveEffectDown(*filters.effects[0]);
-  EXPECT_EQ(names(filters), (Names{L"ぼかし", L"モザイク"}));
-}
-
-TEST_F(EffectManagerTest, RemovingKeepsTheTopEffectUnlessAFilterTakesItsPlace) {
-  Object media;
-  add(media, {L"テキスト", L"ぼかし"});
-  Chain before = media.effects;
-  on(media).removeEffect(*before[0]);
-  EXPECT_EQ(media.effects, before);
-  on(media).removeEffect(*before[2]);
-  EXPECT_EQ(names(media), (Names{L"テキスト", L"標準描画"}));
-  const std::shared_ptr<EffectBase> stranger = service->createEffect(L"ぼかし");
-  on(media).removeEffect(*stranger);
-  EXPECT_EQ(names(media), (Names{L"テキスト", L"標準描画"}));
-
-  Object filters;
-  add(filters, {L"ぼかし", L"モザイク", L"グロー"});
-  before = filters.effects;
-  on(filters).removeEffect(*before[0]);
-  EXPECT_EQ(filters.effects, (Chain{before[1], before[2]}));
-  on(filters).removeEffect(*before[1]);
-  EXPECT_EQ(filters.effects, (Chain{before[2]}));
-  on(filters).removeEffect(*before[2]);  // the last filter stays
-  EXPECT_EQ(filters.effects, (Chain{before[2]}));
-
-  Object group;
-  add(group, {L"グループ制御", L"ぼかし"});
-  before = group.effects;
-  on(group).removeEffect(*before[0]);
-  EXPECT_EQ(group.effects, before);
-  on(group).removeEffect(*before[1]);
-  EXPECT_EQ(names(group), (Names{L"グループ制御"}));
-}
-
-TEST_F(EffectManagerTest, ControlEffectsSetTheControlFlagOnlyForLayerRanges) {
+// Only filters move, and only past filters; the top effect goes only when a filter
+// takes its place; a new filter (グロー) lands at the end or directly behind the one
+// given. Each row: one change on a fresh chain.
+TEST_F(EffectManagerTest, OnlyFiltersMoveAndTheTopStaysUnlessAFilterTakesItsPlace) {
+  enum Change { Up, Down, Remove, AddBehind };
   struct Case {
-    const wchar_t* key;
-    bool control;
+    Keys chain;
+    Change change;
+    std::size_t index;  // beyond the chain: an effect of no chain
+    Names after = {};   // empty: as it was
   };
+  const Keys media{L"テキスト", L"ぼかし", L"モザイク"}, group{L"グループ制御", L"ぼかし"};
+  const Keys filters{L"ぼかし", L"モザイク"};
   const Case cases[] = {
-      {L"グループ制御", true},           {L"カメラ制御", true},     {L"グループ制御(音声)", true},
-      {L"時間制御(オブジェクト)", true}, {L"シーンチェンジ", false}, {L"部分フィルタ", false},
+      {media, Up, 0}, {media, Down, 0}, {media, Up, 1}, {media, Down, 1}, {media, Down, 3},
+      {media, Up, 2},  // behind it stands the output
+      {media, Up, 3, {L"テキスト", L"標準描画", L"モザイク", L"ぼかし"}},
+      {media, Down, 2, {L"テキスト", L"標準描画", L"モザイク", L"ぼかし"}},
+      {media, Remove, 0}, {media, Remove, 9}, {media, Remove, 2, {L"テキスト", L"標準描画", L"モザイク"}},
+      {media, Remove, 1, {L"テキスト", L"ぼかし", L"モザイク"}},  // pruning brings the output back
+      {group, Up, 1}, {group, Down, 0}, {group, Remove, 0}, {group, Remove, 1, {L"グループ制御"}},
+      // The top of a filter object changes by a swap with the filter behind it.
+      {filters, Up, 1, {L"モザイク", L"ぼかし"}}, {filters, Down, 0, {L"モザイク", L"ぼかし"}},
+      {filters, Remove, 0, {L"モザイク"}}, {{L"ぼかし"}, Remove, 0},  // the last filter stays
+      {media, AddBehind, 2, {L"テキスト", L"標準描画", L"ぼかし", L"グロー", L"モザイク"}},
+      {media, AddBehind, 1, {L"テキスト", L"標準描画", L"グロー", L"ぼかし", L"モザイク"}},
+      // Behind the input still means behind the output: it is never passed.
+      {media, AddBehind, 0, {L"テキスト", L"標準描画", L"グロー", L"ぼかし", L"モザイク"}},
+      {media, AddBehind, 3, {L"テキスト", L"標準描画", L"ぼかし", L"モザイク", L"グロー"}},
+      {filters, AddBehind, 0, {L"ぼかし", L"グロー", L"モザイク"}},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(System::Text::toUtf8(c.key));
+    SCOPED_TRACE(testing::Message() << System::Text::toUtf8(c.chain.front()) << " change " << c.change << " at "
+                                    << c.index);
     Object object;
-    object.control = !c.control;
-    EXPECT_EQ(on(object).setEffectByDefine(define(c.key)), 0u);
-    EXPECT_EQ(names(object), (Names{c.key}));
-    EXPECT_EQ(object.control, c.control);
-    EXPECT_EQ(EffectManager::getObjectType(object), 7);
+    add(object, c.chain);
+    const Chain before = object.effects;
+    const Names expected = c.after.empty() ? names(object) : c.after;
+    const std::shared_ptr<EffectBase> effect =
+        c.index < before.size() ? before[c.index] : service->createEffect(L"ぼかし");
+    if (c.change == Up) on(object).moveEffectUp(*effect);
+    if (c.change == Down) on(object).moveEffectDown(*effect);
+    if (c.change == Remove) on(object).removeEffect(*effect);
+    const auto added = c.change == AddBehind ? on(object).addEffect(L"グロー", effect.get()) : nullptr;
+    EXPECT_EQ(names(object), expected);
+    for (const auto& kept : object.effects) EXPECT_TRUE(kept == added || held(before, kept));
   }
 }
 
-TEST_F(EffectManagerTest, OnlyAControlOfTimelinePlacementIsReplaced) {
-  Object group;
-  add(group, {L"グループ制御", L"ぼかし"});
-  const Chain before = group.effects;
-  EXPECT_TRUE(throwsNote([&] { on(group).setControlEffect(define(L"シーンチェンジ")); },
-                         "can not change control effect.", kSetControl));
-  EXPECT_EQ(group.effects, before);
-  EXPECT_TRUE(group.control);
-
-  for (const wchar_t* top : {L"テキスト", L"ぼかし"}) {
-    Object object;
-    add(object, {top});
-    const Chain held = object.effects;
-    EXPECT_TRUE(throwsNote([&] { on(object).setControlEffect(define(L"グループ制御")); },
-                           "can not change control effect.", kSetControl));
-    EXPECT_EQ(object.effects, held);
-    EXPECT_FALSE(object.control);
-  }
-
-  // A scene change is replaced together with whatever stands behind it.
+TEST_F(EffectManagerTest, AControlOfTimelinePlacementIsReplacedWithAllBehindIt) {
   Object change;
   add(change, {L"シーンチェンジ"});
-  push(change, L"両用フィルタ");
+  push(change, {L"両用フィルタ"});
   EXPECT_EQ(on(change).setControlEffect(define(L"カメラ制御")), 0u);
   EXPECT_EQ(names(change), (Names{L"カメラ制御"}));
   EXPECT_TRUE(change.control);
-
-  // The time control is placed on the timeline too, so it gives way as well.
-  Object time;
-  add(time, {L"時間制御(オブジェクト)"});
-  EXPECT_EQ(on(time).setControlEffect(define(L"シーンチェンジ")), 0u);
-  EXPECT_EQ(names(time), (Names{L"シーンチェンジ"}));
-  EXPECT_FALSE(time.control);
 }
 
-TEST_F(EffectManagerTest, ObjectTypeComesFromTheTopEffectAndTheOutput) {
+TEST_F(EffectManagerTest, PruningDropsWhatNoLongerFitsAndRestoresTheDefaultOutput) {
   struct Case {
-    std::vector<const wchar_t*> chain;
-    std::int32_t type;
+    Keys chain;
+    Names pruned;
   };
   const Case cases[] = {
-      {{L"画像ファイル"}, 1},
-      {{L"音声ファイル"}, 2},
-      {{L"シーン"}, 3},
-      {{L"動画ファイル", L"標準描画"}, 1},  // decided by the output, not the input
-      {{L"ぼかし"}, 4},
-      {{L"音量調整"}, 5},
-      {{L"両用フィルタ"}, 6},
-      {{L"並行光源(カメラ制御)"}, 6},
-      {{L"シーンチェンジ"}, 7},
+      // A movie object made into its audio copy: video filters go, the rest stays in order.
+      {{L"動画ファイル", L"音声再生", L"ぼかし", L"音量調整", L"両用フィルタ"},
+       {L"動画ファイル", L"音声再生", L"音量調整", L"両用フィルタ"}},
+      // Another input: the default output goes back to index 1, before the filters kept.
+      {{L"音声ファイル", L"標準描画", L"ぼかし", L"両用フィルタ"}, {L"音声ファイル", L"音声再生", L"両用フィルタ"}},
+      {{L"画像ファイル", L"ぼかし"}, {L"画像ファイル", L"標準描画", L"ぼかし"}},
+      // A filter for both stays on a scene change once it stands there; others go.
+      {{L"シーンチェンジ", L"両用フィルタ", L"ぼかし"}, {L"シーンチェンジ", L"両用フィルタ"}},
+      {{L"カメラ制御", L"並行光源(カメラ制御)", L"両用フィルタ"}, {L"カメラ制御", L"並行光源(カメラ制御)"}},
+      {{L"ぼかし", L"音量調整", L"両用フィルタ"}, {L"ぼかし", L"両用フィルタ"}},
+      {{}, {}},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(System::Text::toUtf8(c.chain.front()));
+    SCOPED_TRACE(c.chain.empty() ? "(empty)" : System::Text::toUtf8(c.chain.front()));
     Object object;
-    add(object, c.chain);
-    EXPECT_EQ(EffectManager::getObjectType(object), c.type);
+    push(object, c.chain);
+    const Chain before = object.effects;
+    on(object).pruneEffects();
+    EXPECT_EQ(names(object), c.pruned);
+    for (std::size_t i = 0; i < object.effects.size(); ++i) {
+      EXPECT_TRUE(i == 1 || held(before, object.effects[i])) << "only an output is made anew, not " << i;
+    }
   }
-
-  Object empty;
-  EXPECT_TRUE(throwsNote([&] { EffectManager::getObjectType(empty); }, "not exist effect.", kObjectType));
-  Object outputFirst;
-  push(outputFirst, L"標準描画");
-  EXPECT_TRUE(throwsNote([&] { EffectManager::getObjectType(outputFirst); }, "illegal top effect.", kObjectType));
-}
-
-TEST_F(EffectManagerTest, PruningAfterAnotherOutputDropsWhatNoLongerFits) {
-  // A movie object made into its audio copy: video filters go, the rest stays in order.
-  Object movie;
-  add(movie, {L"動画ファイル", L"ぼかし", L"音量調整", L"両用フィルタ"});
-  const Chain before = movie.effects;
-  on(movie).setOutputEffect(define(L"音声再生"));
-  on(movie).pruneEffects();
-  EXPECT_EQ(names(movie), (Names{L"動画ファイル", L"音声再生", L"音量調整", L"両用フィルタ"}));
-  EXPECT_EQ(movie.effects[2], before[3]);
-  EXPECT_EQ(movie.effects[3], before[4]);
-}
-
-TEST_F(EffectManagerTest, PruningAfterAnotherInputRestoresTheDefaultOutputAtIndexOne) {
-  Object object;
-  add(object, {L"テキスト", L"ぼかし", L"両用フィルタ"});
-  const std::shared_ptr<EffectBase> both = object.effects[3];
-  object.effects[0] = service->createEffect(L"音声ファイル");
-  on(object).pruneEffects();
-  EXPECT_EQ(names(object), (Names{L"音声ファイル", L"音声再生", L"両用フィルタ"}));
-  EXPECT_EQ(object.effects[2], both);
-  EXPECT_EQ(EffectManager::getObjectType(object), 2);
-
-  // An output removed by hand comes back in front of the filters.
-  Object lost;
-  add(lost, {L"画像ファイル", L"ぼかし"});
-  on(lost).removeEffect(*lost.effects[1]);
-  EXPECT_EQ(names(lost), (Names{L"画像ファイル", L"ぼかし"}));
-  on(lost).pruneEffects();
-  EXPECT_EQ(names(lost), (Names{L"画像ファイル", L"標準描画", L"ぼかし"}));
-}
-
-TEST_F(EffectManagerTest, PruningControlAndFilterObjects) {
-  // A filter for both stays on a scene change once it stands there; others go.
-  Object change;
-  add(change, {L"シーンチェンジ"});
-  push(change, L"両用フィルタ");
-  push(change, L"ぼかし");
-  on(change).pruneEffects();
-  EXPECT_EQ(names(change), (Names{L"シーンチェンジ", L"両用フィルタ"}));
-
-  Object camera;
-  add(camera, {L"カメラ制御", L"並行光源(カメラ制御)"});
-  push(camera, L"両用フィルタ");
-  on(camera).pruneEffects();
-  EXPECT_EQ(names(camera), (Names{L"カメラ制御", L"並行光源(カメラ制御)"}));
-
-  Object filters;
-  add(filters, {L"ぼかし"});
-  push(filters, L"音量調整");
-  push(filters, L"両用フィルタ");
-  on(filters).pruneEffects();
-  EXPECT_EQ(names(filters), (Names{L"ぼかし", L"両用フィルタ"}));
-
-  Object empty;
-  on(empty).pruneEffects();
-  EXPECT_TRUE(empty.effects.empty());
 }
 
 TEST_F(EffectManagerTest, CopyingAChainCopiesValuesAndSwitchesButNotLocks) {
-  Object source;
+  Object source, target, group, copy;
   add(source, {L"テキスト", L"ぼかし"});
   source.effects[0]->item<EffectItemNumber>(L"サイズ").setValue(0, 77.5);
-  source.effects[2]->item<EffectItemNumber>(L"範囲").setValue(0, 12);
-  source.effects[2]->disable = true;
-  source.effects[2]->hide = true;
-  source.effects[2]->lock = true;
-
-  Object target;
+  EffectBase& blur = *source.effects[2];
+  blur.item<EffectItemNumber>(L"範囲").setValue(0, 12);
+  blur.disable = blur.hide = blur.lock = true;
   add(target, {L"グループ制御"});
   ASSERT_TRUE(target.control);
   on(target).copyChainFrom(source);
@@ -599,18 +379,15 @@ TEST_F(EffectManagerTest, CopyingAChainCopiesValuesAndSwitchesButNotLocks) {
   EXPECT_TRUE(target.effects[2]->disable);
   EXPECT_TRUE(target.effects[2]->hide);
   EXPECT_FALSE(target.effects[2]->lock);
-  source.effects[2]->lock = false;  // with the lock set aside, each copy reads as its source
+  blur.lock = false;  // with the lock set aside, each copy reads as its source
   for (std::size_t i = 0; i < target.effects.size(); ++i) {
     EXPECT_NE(target.effects[i], source.effects[i]) << "index " << i;
-    EXPECT_EQ(target.effects[i]->saveIniSectionParameter(), source.effects[i]->saveIniSectionParameter())
-        << "index " << i;
+    EXPECT_EQ(target.effects[i]->saveIniSectionParameter(), source.effects[i]->saveIniSectionParameter()) << i;
   }
   EXPECT_DOUBLE_EQ(target.effects[0]->item<EffectItemNumber>(L"サイズ").getValue(0), 77.5);
   EXPECT_DOUBLE_EQ(target.effects[2]->item<EffectItemNumber>(L"範囲").getValue(0), 12);
 
-  Object group;
   add(group, {L"グループ制御"});
-  Object copy;
   on(copy).copyChainFrom(group);
   EXPECT_EQ(names(copy), (Names{L"グループ制御"}));
   EXPECT_TRUE(copy.control);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "edit/EditService.h"
@@ -28,6 +29,10 @@ using Edit::ObjectSections;
 using Effect::EffectItemNumber;
 using Values = std::vector<std::int32_t>;
 using Offsets = std::vector<std::int32_t>;
+using Span = std::pair<std::int32_t, std::int32_t>;
+// A frame or index and what a query answers there.
+template <class T>
+using Answers = std::vector<std::pair<std::int32_t, T>>;
 
 std::shared_ptr<Object> spanning(std::int32_t start, std::int32_t end, Offsets sections = {}) {
   auto object = std::make_shared<Object>();
@@ -37,33 +42,29 @@ std::shared_ptr<Object> spanning(std::int32_t start, std::int32_t end, Offsets s
   return object;
 }
 
-TEST(SectionArithmetic, IndexAndLengthCountTheLastSectionToTheEnd) {
+TEST(SectionArithmetic, IndexLengthAndRoomOfAnObjectWithTwoPoints) {
   // Points at 110 and 130; the end is 199.
   const auto object = spanning(100, 199, {10, 30});
-  EXPECT_EQ(object->sectionIndex(50), 0);
-  EXPECT_EQ(object->sectionIndex(109), 0);
-  EXPECT_EQ(object->sectionIndex(110), 1);
-  EXPECT_EQ(object->sectionIndex(129), 1);
-  EXPECT_EQ(object->sectionIndex(130), 2);
-  EXPECT_EQ(object->sectionIndex(400), 2);
-  EXPECT_EQ(object->sectionLength(0), 10);
-  EXPECT_EQ(object->sectionLength(1), 20);
-  EXPECT_EQ(object->sectionLength(2), 69);  // 199 - 130, not 200 - 130
-  EXPECT_EQ(object->sectionLength(3), 0);
-  EXPECT_EQ(object->sectionLength(-1), 0);
+  for (const auto& [frame, index] : Answers<std::int32_t>{{50, 0}, {109, 0}, {110, 1}, {129, 1}, {130, 2}, {400, 2}}) {
+    EXPECT_EQ(object->sectionIndex(frame), index) << "frame " << frame;
+  }
+  // The last section counts to the end: 199 - 130, not 200 - 130.
+  for (const auto& [index, length] : Answers<std::int32_t>{{0, 10}, {1, 20}, {2, 69}, {3, 0}, {-1, 0}}) {
+    EXPECT_EQ(object->sectionLength(index), length) << "section " << index;
+  }
   EXPECT_EQ(spanning(7, 20)->sectionLength(0), 13);
-}
-
-TEST(SectionArithmetic, APointStandsStrictlyInsideItsSection) {
-  const auto object = spanning(100, 199, {10, 30});
-  EXPECT_FALSE(object->canAddSectionExact(100));
-  EXPECT_TRUE(object->canAddSectionExact(101));
-  EXPECT_FALSE(object->canAddSectionExact(110));  // a point already
-  EXPECT_TRUE(object->canAddSectionExact(129));
-  EXPECT_TRUE(object->canAddSectionExact(198));
-  EXPECT_FALSE(object->canAddSectionExact(199));  // a point must stay below the end
-  EXPECT_FALSE(object->canAddSectionExact(99));
-  EXPECT_FALSE(object->canAddSectionExact(250));
+  // A point stands strictly inside its section: not on a point (110), not on the start
+  // or the end (199), nor outside the object.
+  for (const auto& [frame, can] : Answers<bool>{{100, false},
+                                                {101, true},
+                                                {110, false},
+                                                {129, true},
+                                                {198, true},
+                                                {199, false},
+                                                {99, false},
+                                                {250, false}}) {
+    EXPECT_EQ(object->canAddSectionExact(frame), can) << "frame " << frame;
+  }
 
   // One frame: no section has room for a point.
   const auto single = spanning(5, 5);
@@ -77,8 +78,7 @@ TEST(SectionArithmetic, CanAddSectionLooksOnToLaterSections) {
   const auto roomy = spanning(0, 5, {1, 2, 3});
   EXPECT_TRUE(roomy->canAddSection(0));
   EXPECT_TRUE(roomy->canAddSection(3));
-  for (std::int32_t frame = 0; frame <= 3; ++frame) EXPECT_FALSE(roomy->canAddSectionExact(frame)) << frame;
-  EXPECT_TRUE(roomy->canAddSectionExact(4));
+  for (std::int32_t frame = 0; frame <= 4; ++frame) EXPECT_EQ(roomy->canAddSectionExact(frame), frame == 4) << frame;
 
   const auto full = spanning(0, 4, {1, 2, 3});
   for (std::int32_t frame = 0; frame <= 4; ++frame) EXPECT_FALSE(full->canAddSection(frame)) << frame;
@@ -87,15 +87,11 @@ TEST(SectionArithmetic, CanAddSectionLooksOnToLaterSections) {
 class SectionsTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite() { service = new Effect::EffectService(); }
-  static void TearDownTestSuite() {
-    delete service;
-    service = nullptr;
-  }
+  static void TearDownTestSuite() { delete std::exchange(service, nullptr); }
 
   // A text object with a blur whose range runs straight through `values`.
-  static std::shared_ptr<Object> blurred(LayerObjectManager& rows, std::int32_t start, std::int32_t end,
-                                         Offsets sections, const Values& values) {
-    std::shared_ptr<Object> object = rows.createEmptyObject(0, start, end);
+  std::shared_ptr<Object> blurred(Span span, Offsets sections, const Values& values) {
+    std::shared_ptr<Object> object = rows.createEmptyObject(0, span.first, span.second);
     object->sections = std::move(sections);
     Edit::EffectManager chain(*object, *service);
     chain.addEffect(L"テキスト");
@@ -109,15 +105,10 @@ class SectionsTest : public ::testing::Test {
   static EffectItemNumber& rangeOf(const Object& object) {
     return object.effects.at(2)->item<EffectItemNumber>(L"範囲");
   }
-  static double rangeAt(const Object& object, std::int32_t frame) {
-    return rangeOf(object).getValueAt(Effect::ItemContext::at(object, frame));
-  }
 
-  static Effect::EffectService* service;
+  static inline Effect::EffectService* service = nullptr;
   LayerObjectManager rows;
 };
-
-Effect::EffectService* SectionsTest::service = nullptr;
 
 TEST_F(SectionsTest, ExactTestAgreesWithTheProjectReader) {
   // The reader takes a further point at `frame` into an object 10..40 with points at 20
@@ -139,7 +130,7 @@ TEST_F(SectionsTest, ExactTestAgreesWithTheProjectReader) {
 
 TEST_F(SectionsTest, AddSectionPutsThePointWhereASectionHasRoom) {
   // The range runs 0..100 over 0..100, so it shows the frame number.
-  std::shared_ptr<Object> object = blurred(rows, 0, 100, {}, {0, 100});
+  std::shared_ptr<Object> object = blurred({0, 100}, {}, {0, 100});
   ObjectSections::addSection(*object, 30, ObjectSections::keyValuesAt(*object, 30));
   EXPECT_EQ(object->sections, (Offsets{30}));
   EXPECT_EQ(rangeOf(*object).values(), (Values{0, 30, 100}));
@@ -158,24 +149,22 @@ TEST_F(SectionsTest, AddSectionPutsThePointWhereASectionHasRoom) {
   ObjectSections::addSection(*object, 100, {});
   EXPECT_EQ(object->sections, (Offsets{30, 31, 60, 99}));
   EXPECT_EQ(rangeOf(*object).valueCount(), 6);
-}
 
-TEST_F(SectionsTest, AddSectionWalksPastSectionsTooShort) {
-  const auto object = spanning(0, 10, {1, 2});
-  ObjectSections::addSection(*object, 0, {});
-  EXPECT_EQ(object->sections, (Offsets{1, 2, 3}));
-
-  // Sections of 1 frame each: nowhere to go.
-  const auto full = spanning(0, 2, {1});
-  ObjectSections::addSection(*full, 0, {});
-  EXPECT_EQ(full->sections, (Offsets{1}));
-  const auto single = spanning(4, 4);
-  ObjectSections::addSection(*single, 4, {});
-  EXPECT_TRUE(single->sections.empty());
+  // Past sections too short, or nowhere when every section is one frame long.
+  const struct {
+    Span span;
+    Offsets sections;
+    Offsets expected;
+  } plain[] = {{{0, 10}, {1, 2}, {1, 2, 3}}, {{0, 2}, {1}, {1}}, {{4, 4}, {}, {}}};
+  for (const auto& c : plain) {
+    const auto target = spanning(c.span.first, c.span.second, c.sections);
+    ObjectSections::addSection(*target, c.span.first, {});
+    EXPECT_EQ(target->sections, c.expected) << c.span.first << ".." << c.span.second;
+  }
 }
 
 TEST_F(SectionsTest, DeleteSectionTakesThePointAndItsKey) {
-  std::shared_ptr<Object> object = blurred(rows, 0, 100, {30, 60}, {0, 30, 5, 100});
+  std::shared_ptr<Object> object = blurred({0, 100}, {30, 60}, {0, 30, 5, 100});
   ObjectSections::deleteSection(*object, 0);
   ObjectSections::deleteSection(*object, 3);
   EXPECT_EQ(object->sections, (Offsets{30, 60}));
@@ -185,77 +174,60 @@ TEST_F(SectionsTest, DeleteSectionTakesThePointAndItsKey) {
 }
 
 TEST_F(SectionsTest, SplitKeepsTheValuesAtTheCut) {
-  // Points at 30 and 60 and values that make the range show the frame number.
-  std::shared_ptr<Object> object = blurred(rows, 0, 100, {30, 60}, {0, 30, 60, 100});
-  object->clipping = true;
-  object->camera = false;
-  auto left = rows.createEmptyObject(0, 0, 0);
-  auto right = rows.createEmptyObject(0, 0, 0);
-  ASSERT_TRUE(ObjectSections::split(*object, 59, *left, *right, rows, *service));
-
-  EXPECT_EQ(left->start, 0);
-  EXPECT_EQ(left->end, 58);
-  EXPECT_EQ(left->sections, (Offsets{30}));
-  EXPECT_EQ(rangeOf(*left).values(), (Values{0, 30, 58}));
-  // The point at 60 stays with the right part, one frame after its new start.
-  EXPECT_EQ(right->start, 59);
-  EXPECT_EQ(right->end, 100);
-  EXPECT_EQ(right->sections, (Offsets{1}));
-  EXPECT_EQ(rangeOf(*right).values(), (Values{59, 60, 100}));
-  for (std::int32_t frame = 0; frame <= 58; ++frame) EXPECT_DOUBLE_EQ(rangeAt(*left, frame), frame);
-  for (std::int32_t frame = 59; frame <= 100; ++frame) EXPECT_DOUBLE_EQ(rangeAt(*right, frame), frame);
-
-  for (const auto& part : {left, right}) {
-    EXPECT_EQ(part->layer, 0);
-    EXPECT_TRUE(part->clipping);
-    EXPECT_FALSE(part->camera);
-    ASSERT_EQ(part->effects.size(), 3u);
-    EXPECT_NE(part->effects[2], object->effects[2]);
+  struct Part {
+    Span span;
+    Offsets sections;
+    Values values;
+  };
+  // Each object's range shows the frame number, and so must each part's.
+  const struct {
+    Part object;
+    std::int32_t cut;
+    Part left, right;
+  } cases[] = {
+      // The point at 60 stays with the right part, one frame after its new start.
+      {{{0, 100}, {30, 60}, {0, 30, 60, 100}}, 59, {{0, 58}, {30}, {0, 30, 58}}, {{59, 100}, {1}, {59, 60, 100}}},
+      // A point at the cut would be the left part's end and is the right part's start.
+      {{{0, 100}, {30, 60}, {0, 30, 60, 100}}, 60, {{0, 59}, {30}, {0, 30, 59}}, {{60, 100}, {}, {60, 100}}},
+      {{{0, 100}, {30, 60}, {0, 30, 60, 100}}, 61, {{0, 60}, {30}, {0, 30, 60}}, {{61, 100}, {}, {61, 100}}},
+      // At the end the right part is one frame long and shows what the last frame showed.
+      {{{10, 110}, {20}, {10, 30, 110}}, 110, {{10, 109}, {20}, {10, 30, 109}}, {{110, 110}, {}, {110, 110}}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "cut at " << c.cut);
+    std::shared_ptr<Object> object = blurred(c.object.span, c.object.sections, c.object.values);
+    object->clipping = true;
+    object->camera = false;
+    auto left = rows.createEmptyObject(0, 0, 0);
+    auto right = rows.createEmptyObject(0, 0, 0);
+    ASSERT_TRUE(ObjectSections::split(*object, c.cut, *left, *right, rows, *service));
+    for (const auto& [part, expected] : {std::pair{left, c.left}, std::pair{right, c.right}}) {
+      EXPECT_EQ((Span{part->start, part->end}), expected.span);
+      EXPECT_EQ(part->sections, expected.sections);
+      EXPECT_EQ(rangeOf(*part).values(), expected.values);
+      for (std::int32_t frame = part->start; frame <= part->end; ++frame) {
+        EXPECT_DOUBLE_EQ(rangeOf(*part).getValueAt(Effect::ItemContext::at(*part, frame)), frame) << frame;
+      }
+      EXPECT_EQ(part->layer, 0);
+      EXPECT_TRUE(part->clipping);
+      EXPECT_FALSE(part->camera);
+      ASSERT_EQ(part->effects.size(), 3u);
+      EXPECT_NE(part->effects[2], object->effects[2]);
+    }
+    // The object itself is left as it was.
+    EXPECT_EQ(object->sections, c.object.sections);
+    EXPECT_EQ(rangeOf(*object).values(), c.object.values);
   }
-  // The object itself is left as it was.
-  EXPECT_EQ(object->sections, (Offsets{30, 60}));
-  EXPECT_EQ(rangeOf(*object).values(), (Values{0, 30, 60, 100}));
 }
 
-TEST_F(SectionsTest, SplitDropsAPointAtTheCutFromBothParts) {
-  std::shared_ptr<Object> object = blurred(rows, 0, 100, {30, 60}, {0, 30, 60, 100});
-  auto left = rows.createEmptyObject(0, 0, 0);
-  auto right = rows.createEmptyObject(0, 0, 0);
-  // The point at 60 would be the left part's end and is the right part's start.
-  ASSERT_TRUE(ObjectSections::split(*object, 60, *left, *right, rows, *service));
-  EXPECT_EQ(left->sections, (Offsets{30}));
-  EXPECT_EQ(rangeOf(*left).values(), (Values{0, 30, 59}));
-  EXPECT_TRUE(right->sections.empty());
-  EXPECT_EQ(rangeOf(*right).values(), (Values{60, 100}));
-
-  auto left2 = rows.createEmptyObject(0, 0, 0);
-  auto right2 = rows.createEmptyObject(0, 0, 0);
-  ASSERT_TRUE(ObjectSections::split(*object, 61, *left2, *right2, rows, *service));
-  EXPECT_EQ(left2->end, 60);
-  EXPECT_EQ(left2->sections, (Offsets{30}));
-  EXPECT_EQ(rangeOf(*left2).values(), (Values{0, 30, 60}));
-}
-
-TEST_F(SectionsTest, SplitAtTheEdges) {
-  std::shared_ptr<Object> object = blurred(rows, 10, 110, {20}, {10, 30, 110});
+TEST_F(SectionsTest, SplitNeedsACutAfterTheStartAndNotPastTheEnd) {
+  std::shared_ptr<Object> object = blurred({10, 110}, {20}, {10, 30, 110});
   auto left = rows.createEmptyObject(0, 0, 0);
   auto right = rows.createEmptyObject(0, 0, 0);
   EXPECT_FALSE(ObjectSections::split(*object, 10, *left, *right, rows, *service));
   EXPECT_FALSE(ObjectSections::split(*object, 111, *left, *right, rows, *service));
   EXPECT_TRUE(left->effects.empty());
   EXPECT_EQ(left->end, 0);
-
-  // At the end the right part is one frame long and shows what the last frame showed.
-  ASSERT_TRUE(ObjectSections::split(*object, 110, *left, *right, rows, *service));
-  EXPECT_EQ(left->start, 10);
-  EXPECT_EQ(left->end, 109);
-  EXPECT_EQ(left->sections, (Offsets{20}));
-  EXPECT_EQ(rangeOf(*left).values(), (Values{10, 30, 109}));
-  EXPECT_EQ(right->start, 110);
-  EXPECT_EQ(right->end, 110);
-  EXPECT_TRUE(right->sections.empty());
-  EXPECT_EQ(rangeOf(*right).values(), (Values{110, 110}));
-  EXPECT_DOUBLE_EQ(rangeAt(*right, 110), 110);
 }
 
 }  // namespace

@@ -1,49 +1,27 @@
 // Snapping: what a frame is pulled to, from how far, and which target wins a tie; and
 // the tempo grid lines that take part in it.
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <memory>
-#include <vector>
-
-#include "edit/DragState.h"
-#include "edit/Object.h"
-#include "edit/Scene.h"
+#include "DragTestSupport.h"
 #include "edit/Snapping.h"
 #include "edit/TempoGrid.h"
 
 namespace {
 
 using Edit::DragKind;
-using Edit::DragState;
 using Edit::Object;
 using Edit::Scene;
 using Edit::Snapping;
 using Edit::TempoGrid;
 
-class SnappingTest : public ::testing::Test {
+// At the default zoom of 1 pixel a frame the reach is 80000 / 10000 + 1 = 9 frames; the
+// cursor stands far away unless a test wants it.
+class SnappingTest : public DragTestSupport::DragFixture {
  protected:
-  SnappingTest() : scene(1, 0, Edit::SceneDefaults{}) {
-    // 1 pixel a frame: the reach is 80000 / 10000 + 1 = 9 frames. The cursor stands far
-    // away unless a test wants it.
-    scene.cursorFrame = 100000;
-  }
-
-  std::shared_ptr<Object> add(std::int32_t layer, std::int32_t start, std::int32_t end) {
-    auto object = scene.createEmptyObject(layer, start, end);
-    scene.update();
-    return object;
-  }
-
-  // The step of a move drag that grabbed `object`, snapped.
-  std::int32_t moveStep(const std::shared_ptr<Object>& object, std::int32_t delta, bool tempoGrid = false) {
-    DragState drag;
-    drag.kind = DragKind::Move;
+  // The step of a drag of `kind` that grabbed `object`, snapped without the tempo grid.
+  std::int32_t snapStep(const std::shared_ptr<Object>& object, std::int32_t delta, DragKind kind = DragKind::Move) {
+    drag.kind = kind;
     drag.grabbedObject = object;
-    return Snapping::snapStep(scene, drag, delta, tempoGrid);
+    return Snapping::snapStep(scene, drag, delta, false);
   }
-
-  Scene scene;
 };
 
 TEST_F(SnappingTest, PullsOnlyFromWithinTheReach) {
@@ -51,17 +29,18 @@ TEST_F(SnappingTest, PullsOnlyFromWithinTheReach) {
   auto dragged = add(1, 0, 19);
   dragged->selected = true;
   // End + 1 lands on 92, 8 frames before the neighbour's start: pulled to touch it.
-  EXPECT_EQ(moveStep(dragged, 72), 80);
+  EXPECT_EQ(Snapping::range(scene), 9);
+  EXPECT_EQ(snapStep(dragged, 72), 80);
   // 9 frames away is out of reach.
-  EXPECT_EQ(moveStep(dragged, 71), 71);
-
+  EXPECT_EQ(snapStep(dragged, 71), 71);
   // Ten times the frames to a pixel: the reach grows to 81 frames.
   scene.setDisplayZoom(1000);
   EXPECT_EQ(Snapping::range(scene), 81);
-  EXPECT_EQ(moveStep(dragged, 0), 80);
+  EXPECT_EQ(snapStep(dragged, 0), 80);
   // At the largest zoom only an exact hit snaps: the reach is 1.
   scene.setDisplayZoom(100000);
-  EXPECT_EQ(moveStep(dragged, 79), 79);
+  EXPECT_EQ(Snapping::range(scene), 1);
+  EXPECT_EQ(snapStep(dragged, 79), 79);
 }
 
 TEST_F(SnappingTest, MoveTestsStartThenEndAndTheFirstOfEqualDistancesStands) {
@@ -70,9 +49,9 @@ TEST_F(SnappingTest, MoveTestsStartThenEndAndTheFirstOfEqualDistancesStands) {
   auto dragged = add(1, 0, 19);
   dragged->selected = true;
   // Start at 35 is 5 from 30; end + 1 at 55 is 5 from 60: the start's target stands.
-  EXPECT_EQ(moveStep(dragged, 35), 30);
+  EXPECT_EQ(snapStep(dragged, 35), 30);
   // Start at 36 is 6 from 30; end + 1 at 56 is 4 from 60 and wins.
-  EXPECT_EQ(moveStep(dragged, 36), 40);
+  EXPECT_EQ(snapStep(dragged, 36), 40);
 }
 
 TEST_F(SnappingTest, SelectedObjectsAreNoTargets) {
@@ -82,30 +61,25 @@ TEST_F(SnappingTest, SelectedObjectsAreNoTargets) {
   dragged->selected = true;
   // End + 1 at 48 would snap to the fellow's start, start at 13 to the dragged object's
   // own old start: neither is offered.
-  EXPECT_EQ(moveStep(dragged, 28), 28);
-  EXPECT_EQ(moveStep(dragged, 3), 3);
+  EXPECT_EQ(snapStep(dragged, 28), 28);
+  EXPECT_EQ(snapStep(dragged, 3), 3);
   fellow->selected = false;
-  EXPECT_EQ(moveStep(dragged, 28), 30);
+  EXPECT_EQ(snapStep(dragged, 28), 30);
 }
 
 TEST_F(SnappingTest, EqualDistancesGoToTheUpperRowThenTheLeftObject) {
-  add(1, 104, 150);  // start 4 after frame 100
-  add(3, 0, 95);     // end + 1 4 before it
-  EXPECT_EQ(Snapping::nearest(scene, 100, 9, false), 4);
-
-  Scene swapped(2, 1, Edit::SceneDefaults{});
-  swapped.cursorFrame = 100000;
-  swapped.createEmptyObject(1, 0, 95);
-  swapped.createEmptyObject(3, 104, 150);
-  swapped.update();
-  EXPECT_EQ(Snapping::nearest(swapped, 100, 9, false), -4);
-
-  Scene oneRow(3, 2, Edit::SceneDefaults{});
-  oneRow.cursorFrame = 100000;
-  oneRow.createEmptyObject(0, 104, 150);
-  oneRow.createEmptyObject(0, 90, 95);
-  oneRow.update();
-  EXPECT_EQ(Snapping::nearest(oneRow, 100, 9, false), -4);
+  // Each case: two objects as row, start, end, then the nearest step from frame 100, which
+  // lies 4 before a start at 104 and 4 after an end at 95.
+  const std::int32_t cases[][7] = {
+      {1, 104, 150, 3, 0, 95, 4}, {1, 0, 95, 3, 104, 150, -4}, {0, 104, 150, 0, 90, 95, -4}};
+  for (const auto& c : cases) {
+    Scene fresh(2, 1, Edit::SceneDefaults{});
+    fresh.cursorFrame = 100000;
+    fresh.createEmptyObject(c[0], c[1], c[2]);
+    fresh.createEmptyObject(c[3], c[4], c[5]);
+    fresh.update();
+    EXPECT_EQ(Snapping::nearest(fresh, 100, 9, false), c[6]) << "first object " << c[1] << " on row " << c[0];
+  }
 }
 
 TEST_F(SnappingTest, SectionPointsAndEndsAreTargets) {
@@ -138,24 +112,17 @@ TEST_F(SnappingTest, EdgeAndPointDragsTestTheirOwnFrame) {
   auto object = add(0, 10, 19);
   object->sections = {5};
   object->selected = true;
-  DragState drag;
-  drag.grabbedObject = object;
-  drag.kind = DragKind::RightEdge;
-  EXPECT_EQ(Snapping::snapStep(scene, drag, 11, false), 15);  // end + 1 onto 35
-  drag.kind = DragKind::LeftEdge;
-  EXPECT_EQ(Snapping::snapStep(scene, drag, 20, false), 25);  // start onto 35
-  drag.kind = DragKind::SectionPoint;
+  EXPECT_EQ(snapStep(object, 11, DragKind::RightEdge), 15);  // end + 1 onto 35
+  EXPECT_EQ(snapStep(object, 20, DragKind::LeftEdge), 25);   // start onto 35
   drag.grabbedPoint = 1;
-  EXPECT_EQ(Snapping::snapStep(scene, drag, 18, false), 20);  // point 15 onto 35
-  drag.grabbedObject = nullptr;
-  EXPECT_EQ(Snapping::snapStep(scene, drag, 18, false), 18);
+  EXPECT_EQ(snapStep(object, 18, DragKind::SectionPoint), 20);  // point 15 onto 35
+  EXPECT_EQ(snapStep(nullptr, 18, DragKind::SectionPoint), 18);
 }
 
-TEST_F(SnappingTest, GridLinesFollowTempoAndZoom) {
+TEST_F(SnappingTest, GridLinesFollowTempoZoomAndOffset) {
   // 30 frames a second, 120 beats a minute, 4 beats a bar: beats of 15, bars of 60.
   EXPECT_EQ(TempoGrid::frameNear(scene, 22), 15);
   EXPECT_EQ(TempoGrid::frameNear(scene, 23), 30);
-
   // 0.3 pixels a frame: a beat is 5 pixels, too dense; a bar is 18.
   scene.setDisplayZoom(3000);
   EXPECT_EQ(TempoGrid::frameNear(scene, 100), 120);
@@ -163,29 +130,27 @@ TEST_F(SnappingTest, GridLinesFollowTempoAndZoom) {
   // 0.075 pixels a frame: a bar is 5 pixels, no line at all.
   scene.setDisplayZoom(750);
   EXPECT_EQ(TempoGrid::frameNear(scene, 100), TempoGrid::kNone);
-
   // A beat of 6.5 pixels passes at 0.4 pixels a frame, until the view starts at frame 2
   // and the rounding of both columns leaves 5.
   scene.setDisplayZoom(4000);
   EXPECT_EQ(TempoGrid::frameNear(scene, 22), 15);
   scene.displayFrame = 2;
   EXPECT_EQ(TempoGrid::frameNear(scene, 22), 0);
-}
 
-TEST_F(SnappingTest, GridLinesWithOffsetFractionalBeatsAndNoTempo) {
+  scene.setDisplayZoom(10000);
+  scene.displayFrame = 0;
   scene.tempoOffset = 0.1f;  // the first beat at frame 3
   EXPECT_EQ(TempoGrid::frameNear(scene, 22), 18);
-
   // 29.97 frames a second: a beat of 14.985 frames; the 67th line, at 1003.996, is cut.
   scene.tempoOffset = 0.0f;
   scene.videoRate = 30000;
   scene.videoScale = 1001;
   EXPECT_EQ(TempoGrid::frameNear(scene, 1000), 1003);
-
-  scene.tempoBeatPerMinute = 0.0f;
-  EXPECT_EQ(TempoGrid::frameNear(scene, 1000), TempoGrid::kNone);
-  scene.tempoBeatPerMinute = -120.0f;
-  EXPECT_EQ(TempoGrid::frameNear(scene, 1000), TempoGrid::kNone);
+  // No tempo, or no frame rate: no lines.
+  for (const float beatsPerMinute : {0.0f, -120.0f}) {
+    scene.tempoBeatPerMinute = beatsPerMinute;
+    EXPECT_EQ(TempoGrid::frameNear(scene, 1000), TempoGrid::kNone) << beatsPerMinute;
+  }
   scene.tempoBeatPerMinute = 120.0f;
   scene.videoRate = 0;
   EXPECT_EQ(TempoGrid::frameNear(scene, 1000), TempoGrid::kNone);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,10 +34,7 @@ using Request = Edit::EditSection::Request;
 class UndoServiceTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite() { effects = new Effect::EffectService(); }
-  static void TearDownTestSuite() {
-    delete effects;
-    effects = nullptr;
-  }
+  static void TearDownTestSuite() { delete std::exchange(effects, nullptr); }
 
   Edit::Scene& scene() { return *edit.currentScene(); }
 
@@ -64,17 +62,33 @@ class UndoServiceTest : public ::testing::Test {
     });
   }
 
+  // Plays steps on an object, separated by spaces: n nudges it, u undoes, r redoes, s
+  // marks the project saved; the number after the letter is where the object then
+  // starts, and a trailing + or - says that `modified` is then set or clear.
+  void play(const std::shared_ptr<Object>& object, const std::string& steps) {
+    std::istringstream in(steps);
+    for (std::string step; in >> step;) {
+      SCOPED_TRACE(step);
+      if (step[0] == 'n') nudge(object);
+      if (step[0] == 'u') history.undo();
+      if (step[0] == 'r') history.redo();
+      if (step[0] == 's') history.markSaved();
+      EXPECT_EQ(object->start, std::stoi(step.substr(1)));
+      if (step.back() == '+' || step.back() == '-') {
+        EXPECT_EQ(history.modified(), step.back() == '+');
+      }
+    }
+  }
+
   void switchScene(std::int32_t id) {
     Edit::EditSection section(edit);
     edit.setScene(id);
   }
 
-  static Effect::EffectService* effects;
+  static inline Effect::EffectService* effects = nullptr;
   Edit::EditService edit;
   Undo::UndoService history{edit};
 };
-
-Effect::EffectService* UndoServiceTest::effects = nullptr;
 
 TEST_F(UndoServiceTest, NoRecordWhenNothingChanged) {
   const auto object = place(0);
@@ -103,35 +117,17 @@ TEST_F(UndoServiceTest, NoRecordWhenNothingChanged) {
   EXPECT_EQ(section.recordUndo(), nullptr);
 }
 
-TEST_F(UndoServiceTest, UndoAndRedoStopAtTheEnds) {
+TEST_F(UndoServiceTest, UndoAndRedoStopAtTheEndsAndANewEditLosesTheUndoneRecords) {
   history.undo();
   history.redo();
   EXPECT_FALSE(history.canUndo());
   EXPECT_FALSE(history.canRedo());
-
   const auto object = place(0);
-  nudge(object);
-  history.redo();
-  EXPECT_EQ(object->start, 1);
-  history.undo();
-  history.undo();
-  EXPECT_EQ(object->start, 0);
+  play(object, "n1 n2 n3 r3 u2 u1 n2");
+  EXPECT_FALSE(history.canRedo());
+  play(object, "u1 u0 u0");
   EXPECT_FALSE(history.canUndo());
   EXPECT_TRUE(history.canRedo());
-}
-
-TEST_F(UndoServiceTest, NewEditAfterUndoLosesTheUndoneRecords) {
-  const auto object = place(0);
-  for (int i = 0; i < 3; ++i) nudge(object);
-  history.undo();
-  history.undo();
-  EXPECT_EQ(object->start, 1);
-  nudge(object);
-  EXPECT_FALSE(history.canRedo());
-  history.undo();
-  history.undo();
-  EXPECT_EQ(object->start, 0);
-  EXPECT_FALSE(history.canUndo());
 }
 
 TEST_F(UndoServiceTest, UndoAndRedoLogTheNumberOfItems) {
@@ -157,10 +153,7 @@ TEST_F(UndoServiceTest, UndoMaxComesFromTheMainIni) {
   const auto object = place(0);
   System::SingletonRef<System::MainIniFile> ini;
   ini->setWriteOnDestruction(false);
-  {
-    Undo::UndoService fresh(edit);
-    EXPECT_EQ(fresh.undoMax(), 100);
-  }
+  EXPECT_EQ(Undo::UndoService(edit).undoMax(), 100);
   EXPECT_EQ(ini->value("Undo", "UndoMax").toInt(), 100);  // written back for the user
 
   ini->value("Undo", "UndoMax").setInt(3);
@@ -231,57 +224,27 @@ TEST_F(UndoServiceTest, TextBoxUndoActsOnlyOnARecordOfItsItemAlone) {
 }
 
 TEST_F(UndoServiceTest, ReturningToTheSavedPositionClearsModified) {
-  const auto object = place(0);
-  nudge(object);
-  history.markSaved();
-  EXPECT_FALSE(history.modified());
-  nudge(object);
-  EXPECT_TRUE(history.modified());
-  history.undo();
-  EXPECT_FALSE(history.modified());
-  history.redo();
-  EXPECT_TRUE(history.modified());
-  history.undo();
-  history.undo();
-  EXPECT_TRUE(history.modified());
-
-  // The new edit drops the saved record: no undo or redo reaches it again.
-  nudge(object);
-  history.undo();
-  EXPECT_TRUE(history.modified());
-  history.redo();
-  EXPECT_TRUE(history.modified());
-  history.markSaved();
-  EXPECT_FALSE(history.modified());
-  history.undo();
-  EXPECT_TRUE(history.modified());
+  // After undoing past the save, the new edit drops the saved record: no undo or redo
+  // reaches it again.
+  play(place(0), "n1 s1- n2+ u1- r2+ u1 u0+ n1 u0+ r1+ s1- u0+");
 }
 
 TEST_F(UndoServiceTest, EachSceneKeepsItsOwnHistory) {
   const auto root = place(0);
-  nudge(root);
-  history.markSaved();
-  nudge(root);
+  play(root, "n1 s1 n2");
 
   switchScene(1);
   EXPECT_FALSE(history.canUndo());
   const auto other = place(0);
-  nudge(other);
-  nudge(other);
-  history.undo();
-  EXPECT_EQ(other->start, 1);
+  // Scene 0 is still past its saved position.
+  play(other, "n1 n2 u1 u0+");
   EXPECT_EQ(root->start, 2);
-  history.undo();
-  EXPECT_EQ(other->start, 0);
-  EXPECT_TRUE(history.modified());  // scene 0 is still past its saved position
 
   switchScene(0);
   EXPECT_TRUE(history.canUndo());
   EXPECT_FALSE(history.canRedo());
-  history.undo();
-  EXPECT_EQ(root->start, 1);
+  play(root, "u1-");
   EXPECT_EQ(other->start, 0);
-  EXPECT_FALSE(history.modified());
 }
 
 TEST_F(UndoServiceTest, HistoriesGoWithTheirScenes) {
@@ -295,9 +258,7 @@ TEST_F(UndoServiceTest, HistoriesGoWithTheirScenes) {
     edit.project().eraseScene(2);
   }
   // The change made in the deleted scene cannot be taken back any more.
-  nudge(root);
-  history.undo();
-  EXPECT_TRUE(history.modified());
+  play(root, "n1 u0+");
 
   edit.replaceProject([](Edit::Project&) {});
   EXPECT_FALSE(history.canUndo());
