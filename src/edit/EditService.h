@@ -11,6 +11,7 @@
 #include "edit/Clipboard.h"
 #include "edit/Project.h"
 #include "edit/SceneDefaults.h"
+#include "edit/ViewOptions.h"
 #include "system/ReaderWriterLock.h"
 
 namespace Edit {
@@ -79,6 +80,9 @@ class EditService {
   // it, so objects can be pasted from one scene into another.
   Clipboard& clipboard() noexcept { return clipboard_; }
 
+  // The switches of the preview and the timeline that the view commands set.
+  ViewOptions& viewOptions() noexcept { return viewOptions_; }
+
  private:
   friend class EditSection;
 
@@ -91,6 +95,7 @@ class EditService {
   UndoHooks undoHooks_;
   System::ReaderWriterLock lock_;
   Clipboard clipboard_;
+  ViewOptions viewOptions_;
 };
 
 }  // namespace Edit

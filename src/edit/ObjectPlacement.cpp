@@ -6,6 +6,7 @@
 #include "edit/LayerObjectManager.h"
 #include "edit/Object.h"
 #include "edit/Scene.h"
+#include "edit/SceneSelection.h"
 #include "edit/UndoRecorder.h"
 
 namespace Edit {
@@ -22,11 +23,6 @@ void markMoved(Layer& row, const Object& object) {
   if (object.control) row.needsControlRebuild = true;
 }
 
-void clearSelection(Scene& scene) {
-  for (const std::shared_ptr<Object>& object : scene.selectedObjects) object->selected = false;
-  scene.selectedObjects.clear();
-  scene.selectionHasControl = false;
-}
 
 }  // namespace
 
@@ -84,7 +80,7 @@ void ObjectPlacement::removeLeftGaps(Scene& scene, const std::vector<std::shared
       ranges[target->layer].push_back({0, target->start - 1});
     }
   }
-  clearSelection(scene);
+  SceneSelection::clear(scene);
   closeRanges(scene, ranges, recorder);
 }
 

@@ -7,6 +7,7 @@
 #include "edit/Layer.h"
 #include "edit/Object.h"
 #include "edit/Scene.h"
+#include "edit/SceneSelection.h"
 #include "effect/EffectBase.h"
 #include "effect/item/EffectItemInteger.h"
 
@@ -16,37 +17,11 @@ namespace {
 
 using Request = EditSection::Request;
 
-// A removed object must not stay selected: every command would take it for a target.
-void dropFromSelection(Scene& scene, Object& object) {
-  if (!object.selected) return;
-  object.selected = false;
-  std::erase_if(scene.selectedObjects,
-                [&object](const std::shared_ptr<Object>& selected) { return selected.get() == &object; });
-  scene.selectionHasControl = false;
-  scene.lowestSelectedLayer = 0;
-  for (const std::shared_ptr<Object>& selected : scene.selectedObjects) {
-    scene.selectionHasControl = scene.selectionHasControl || selected->control;
-    scene.lowestSelectedLayer = std::max(scene.lowestSelectedLayer, selected->layer);
-  }
-}
-
-// Takes the object out of the scene as a delete does: the row lets go of it at its
-// compaction.
-void takeOut(Scene& scene, Object& object) {
-  if (object.layer >= 0 && object.layer < scene.layerCount()) {
-    Layer& row = scene.addLayers(object.layer);
-    row.needsCompaction = true;
-    if (object.control) row.needsControlRebuild = true;
-  }
-  object.layer = -1;
-  dropFromSelection(scene, object);
-}
-
 // Puts the object on `layer` (-1: out of the scene). Staying on its row only marks the
 // row, since the frames may have changed its order there.
 void placeOnRow(Scene& scene, const std::shared_ptr<Object>& object, std::int32_t layer) {
   if (layer < 0) {
-    takeOut(scene, *object);
+    SceneSelection::takeOut(scene, *object);
   } else if (layer == object->layer) {
     Layer& row = scene.addLayers(layer);
     row.needsSorting = true;

@@ -18,7 +18,7 @@ struct ItemEvent {
   enum Type : std::int32_t {
     ItemChanged = 1,       // an item with notifyChange was changed by the user
     FileHanded = 2,        // a file was dropped or chosen: `path`
-    Split = 3,             // the object was split
+    Split = 3,             // the object was split; `value` is how far this piece starts after it
     LeftEdgeDragged = 4,
     RightEdgeDragged = 5,
     AudioTrackChosen = 6,  // `value` is the track of a separated audio copy

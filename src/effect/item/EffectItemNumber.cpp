@@ -219,6 +219,14 @@ void EffectItemNumber::setMovement(std::shared_ptr<const MovementBase> movement,
   applyMovement(std::move(movement), pointCount);
 }
 
+void EffectItemNumber::followMovementOf(const EffectItemNumber& leader, std::int32_t pointCount) {
+  movement_ = leader.movement_;
+  flags_ = leader.flags_;
+  movementParams_ = leader.movementParams_;
+  timeControl_ = leader.timeControl_;
+  resizeValues(pointCount);
+}
+
 void EffectItemNumber::setFlag(Flag flag, bool on, std::int32_t pointCount) {
   flags_ = on ? (flags_ | flag) : (flags_ & ~static_cast<std::uint32_t>(flag));
   resizeValues(pointCount);

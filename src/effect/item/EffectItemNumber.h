@@ -78,6 +78,10 @@ class EffectItemNumber : public ItemValue<EffectItemNumber, EffectItem> {
   // Sets the movement with its default flags and parameters and fits the entries to
   // `pointCount` (section points + 2). A linked group's members take it together.
   void setMovement(std::shared_ptr<const MovementBase> movement, std::int32_t pointCount);
+  // Takes over another item's movement, flags, parameters and time-control curve, as a
+  // member of a group does when the group is linked, and fits the entries to
+  // `pointCount`.
+  void followMovementOf(const EffectItemNumber& leader, std::int32_t pointCount);
   // A flag the user chose from the menu; two-point changes the count of entries.
   void setFlag(Flag flag, bool on, std::int32_t pointCount);
   // After the section points or the movement may have changed: a flag that the movement
