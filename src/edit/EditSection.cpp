@@ -5,6 +5,7 @@
 #include "edit/EditService.h"
 #include "edit/Object.h"
 #include "edit/Scene.h"
+#include "system/Log.h"
 
 namespace Edit {
 
@@ -26,7 +27,17 @@ UndoRecorder* EditSection::recordUndo() {
 }
 
 EditSection::~EditSection() noexcept(false) {
-  if (std::uncaught_exceptions() > exceptionsAtOpen_) return;
+  if (std::uncaught_exceptions() > exceptionsAtOpen_) {
+    closeWhileUnwinding();
+    return;
+  }
+  close();
+  // Listeners may open a section of their own.
+  lock_.unlock();
+  if (service_.sectionListener_) service_.sectionListener_(*this);
+}
+
+void EditSection::close() {
   if (requested(Request::Update)) {
     scene_->update();
     if (scene_->focusObject && scene_->focusObject->layer == -1) {
@@ -35,9 +46,23 @@ EditSection::~EditSection() noexcept(false) {
     }
   }
   if (undoOpen_ && service_.undoHooks_.commit) service_.undoHooks_.commit();
-  // Listeners may open a section of their own.
+}
+
+// A command that failed half way leaves its changes standing: they are brought into
+// order and committed, so one undo takes back what was done, and the windows are told.
+// A second failure here cannot travel while the first is in flight; it is logged.
+void EditSection::closeWhileUnwinding() noexcept {
+  try {
+    close();
+  } catch (const std::exception& failure) {
+    System::Log::error("Edit::EditSection::~EditSection", "%s", failure.what());
+  }
   lock_.unlock();
-  if (service_.sectionListener_) service_.sectionListener_(*this);
+  try {
+    if (service_.sectionListener_) service_.sectionListener_(*this);
+  } catch (const std::exception& failure) {
+    System::Log::error("Edit::EditSection::~EditSection", "%s", failure.what());
+  }
 }
 
 }  // namespace Edit

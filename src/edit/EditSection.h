@@ -40,8 +40,9 @@ class EditSection {
   };
 
   explicit EditSection(EditService& service);
-  // The close. A section left by an exception only releases the lock: the model is not
-  // brought into order and nobody is told. A listener's exception goes to the caller.
+  // The close. A section left by an exception closes all the same, so what the command
+  // did before it failed stays in order and undoable; a failure of the close itself is
+  // then only logged. Otherwise a listener's exception goes to the caller.
   ~EditSection() noexcept(false);
   EditSection(const EditSection&) = delete;
   EditSection& operator=(const EditSection&) = delete;
@@ -64,6 +65,10 @@ class EditSection {
   const std::shared_ptr<Scene>& scene() const noexcept { return scene_; }
 
  private:
+  // Orders the rows and commits the undo record, inside the lock.
+  void close();
+  void closeWhileUnwinding() noexcept;
+
   EditService& service_;
   const int exceptionsAtOpen_;
   std::bitset<static_cast<std::size_t>(Request::Count)> requests_;

@@ -8,6 +8,7 @@
 #include "edit/Object.h"
 #include "edit/Scene.h"
 #include "edit/SceneReader.h"
+#include "edit/UndoRecorder.h"
 
 namespace {
 
@@ -65,20 +66,46 @@ TEST(EditSection, CloseUpdatesSceneThenTellsListenerWithLockReleased) {
   EXPECT_EQ(scene->focusObject, nullptr);
 }
 
-TEST(EditSection, SectionLeftByExceptionOnlyReleasesLock) {
+// Only whether a record was opened and committed matters here.
+class IgnoringRecorder final : public Edit::UndoRecorder {
+ public:
+  void addObjectUpdate(const std::shared_ptr<Edit::Object>&) override {}
+  void addObjectCreate(const std::shared_ptr<Edit::Object>&) override {}
+  void addObjectDelete(const std::shared_ptr<Edit::Object>&) override {}
+  void addObjectSection(const std::shared_ptr<Edit::Object>&) override {}
+  void addObjectGroup(const std::shared_ptr<Edit::Object>&) override {}
+  void addObjectEffect(const std::shared_ptr<Edit::Object>&) override {}
+  void addObjectFlag(const std::shared_ptr<Edit::Object>&) override {}
+  void addObjectLayerRange(const std::shared_ptr<Edit::Object>&) override {}
+  void addEffectUpdate(const std::shared_ptr<Effect::EffectBase>&) override {}
+  void addLayerUpdate(const std::shared_ptr<Edit::LayerInfo>&) override {}
+  void addLayerMove(const std::shared_ptr<Edit::LayerInfo>&) override {}
+  void addLayerCreate(const std::shared_ptr<Edit::LayerInfo>&) override {}
+  void addLayerDelete(const std::shared_ptr<Edit::LayerInfo>&) override {}
+};
+
+TEST(EditSection, SectionLeftByExceptionStillClosesAndItsOwnFailureStaysQuiet) {
   EditService service;
+  IgnoringRecorder recorder;
   int calls = 0;
-  service.setSectionListener([&](const EditSection&) { ++calls; });
+  int commits = 0;
+  service.setUndoHooks({&recorder, [] {}, [&] { ++commits; }});
+  service.setSectionListener([&](const EditSection&) {
+    ++calls;
+    throw std::logic_error("listener failed");
+  });
   EXPECT_THROW(
       {
         EditSection section(service);
+        section.recordUndo();
         section.scene()->createEmptyObject(0, 0, 9);
         section.request(Request::Update);
         throw std::runtime_error("edit failed");
       },
       std::runtime_error);
-  EXPECT_EQ(calls, 0);
-  EXPECT_EQ(service.currentScene()->lastUsedFrame(), 0);
+  EXPECT_EQ(calls, 1);
+  EXPECT_EQ(commits, 1);
+  EXPECT_EQ(service.currentScene()->lastUsedFrame(), 9);
   EXPECT_TRUE(lockIsFree(service));
 }
 
