@@ -1,0 +1,71 @@
+// The graphics back end on OpenGL 4.5 core. Made on the device's GPU thread, where its
+// EGL context stays current; every call comes from that thread. Conventions are set once
+// at start so that positions, texture coordinates and pixel positions mean what they
+// always meant: clip space origin at the upper left with depth 0 to 1, textures stored
+// top row first, clockwise front faces, pixel centres at .5.
+#pragma once
+
+#include <GL/glcorearb.h>
+
+#include <array>
+
+#include "media/GraphicsBackend.h"
+#include "platform/egl_gl/EglContext.h"
+#include "platform/egl_gl/GlBackendFactory.h"
+
+namespace Platform {
+
+class GlBackend : public Media::GraphicsBackend {
+ public:
+  GlBackend();
+  ~GlBackend() override;
+
+  std::string rendererName() const override;
+  std::string versionName() const override;
+  bool hasRasterizerOrderedViews() const override { return orderedViews_; }
+  bool supportsTexture(Media::Format format) const override;
+
+  Media::GpuId createTexture(std::uint32_t width, std::uint32_t height, Media::Format format, const void* pixels,
+                             const char* place) override;
+  void destroyTexture(Media::GpuId texture) override;
+  Media::GpuId createRenderTarget(Media::GpuId texture, const char* place) override;
+  void destroyRenderTarget(Media::GpuId target) override;
+  void clearTexture(Media::GpuId texture, const Media::Color& color) override;
+  void copyTextureRegion(Media::GpuId source, Media::GpuId target, const Media::CopyRegion& region) override;
+  void readTexture(Media::GpuId texture, std::uint32_t width, std::uint32_t height, Media::Format format, void* out,
+                   const char* place) override;
+
+  Media::GpuId createBuffer(const void* data, std::size_t size, const char* place) override;
+  void updateBuffer(Media::GpuId buffer, const void* data, std::size_t size) override;
+  void destroyBuffer(Media::GpuId buffer) override;
+
+  Media::GpuId createShader(Media::ShaderStage stage, const std::string& glsl, const char* call,
+                            const char* place) override;
+  void destroyShader(Media::GpuId shader) override;
+  Media::GpuId createInputLayout(const std::vector<Media::InputElement>& layout, const char* place) override;
+  void destroyInputLayout(Media::GpuId layout) override;
+
+  void setRenderTarget(Media::GpuId target, std::uint32_t width, std::uint32_t height) override;
+  void bindTexture(std::uint32_t unit, Media::GpuId texture) override;
+  void bindSampler(std::uint32_t unit, std::size_t samplerState) override;
+  void bindImage(std::uint32_t unit, Media::GpuId texture, Media::Format format) override;
+  void bindConstantBuffer(std::uint32_t binding, Media::GpuId buffer) override;
+  void setBlendState(const Media::BlendStateDesc& state, const Media::Color& factor) override;
+  void setRasterizerState(const Media::RasterizerState& state) override;
+  void useShader(Media::ShaderStage stage, Media::GpuId shader) override;
+  void draw(Media::Topology topology, Media::GpuId inputLayout, Media::GpuId vertexBuffer, std::uint32_t stride,
+            std::uint32_t count) override;
+  void dispatch(std::uint32_t x, std::uint32_t y, std::uint32_t z) override;
+  void finish() override;
+
+ private:
+  EglContext context_;
+  GLuint pipeline_ = 0;
+  bool orderedViews_ = false;
+  std::array<GLuint, Media::kSamplerStateCount> samplers_{};
+  // Image units with a texture bound: draws then need a barrier before their results
+  // are read by other means.
+  std::uint32_t boundImages_ = 0;
+};
+
+}  // namespace Platform

@@ -1,0 +1,249 @@
+// The device's logic over a recording back end: the GPU thread, buffer life cycles, the
+// pipeline state memory and what a pass binds and clears.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <stdexcept>
+#include <thread>
+
+#include "media/ConstantBufferCommon.h"
+#include "media/DeviceFakeBackend.h"
+#include "media/GraphicsDevice.h"
+#include "media/PixelShader.h"
+#include "media/RenderBuffer.h"
+#include "media/ResourceBuffer.h"
+#include "media/VertexList.h"
+#include "system/Exception.h"
+
+namespace {
+
+using Media::Format;
+using MediaTest::FakeBackend;
+
+class DeviceLogic : public ::testing::Test {
+ protected:
+  DeviceLogic()
+      : device_(
+            [this] {
+              auto backend = std::make_unique<FakeBackend>();
+              fake_ = backend.get();
+              return backend;
+            },
+            Media::DeviceSettings{Format::Rgba16Float, Format::A8Unorm, 64, {}}) {}
+
+  // Runs on the GPU thread, as all work with the back end must.
+  void gpu(const std::function<void()>& work) { device_.run(work); }
+
+  std::size_t count(const std::string& call) const {
+    return std::count(fake_->calls.begin(), fake_->calls.end(), call);
+  }
+
+  static Media::CompiledShader pixelShader(std::vector<Media::ShaderInputParameter> inputs) {
+    Media::CompiledShader shader;
+    shader.inputs = std::move(inputs);
+    shader.textures = {{0, 0, 0}, {1, -1, 3}};
+    return shader;
+  }
+
+  FakeBackend* fake_ = nullptr;
+  Media::GraphicsDevice device_;
+};
+
+TEST_F(DeviceLogic, WorkRunsOnTheGpuThreadAndItsFailureComesBack) {
+  bool onGpu = false;
+  gpu([&] { onGpu = device_.isGpuThread(); });
+  EXPECT_TRUE(onGpu);
+  EXPECT_FALSE(device_.isGpuThread());
+  EXPECT_THROW(gpu([] { throw std::runtime_error("lost"); }), std::runtime_error);
+  gpu([] {});  // the thread survives a failure
+}
+
+TEST(DeviceStart, MissingOrderedViewsWarnTheUserOnceAndGoOn) {
+  std::vector<std::string> warnings;
+  Media::DeviceSettings settings;
+  settings.warnUser = [&](const std::string& text) { warnings.push_back(text); };
+  Media::GraphicsDevice device([] { return std::make_unique<FakeBackend>(); }, settings);
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_EQ(warnings[0], "D3D ROVs not supported.\n\n一部の機能が正しく動作しない可能性があります");
+}
+
+TEST(DeviceStart, BackEndThatCannotStartFailsTheConstructor) {
+  auto failing = []() -> std::unique_ptr<Media::GraphicsBackend> {
+    throw System::HResultException("eglInitialize", "Media::GraphicsDevice::GraphicsDevice", 0x3001);
+  };
+  EXPECT_THROW(Media::GraphicsDevice(failing, {}), System::HResultException);
+}
+
+TEST_F(DeviceLogic, OnlyTheDrawableFormatsBecomeTargets) {
+  gpu([&] {
+    Media::ResourceBuffer image(device_, 4, 4, Format::Rgba8Unorm);
+    try {
+      image.renderTargetView();
+      ADD_FAILURE() << "format 28 is not drawable with pixel format 10";
+    } catch (const System::HResultException& e) {
+      EXPECT_NE(e.text().find("glCheckNamedFramebufferStatus() failed"), std::string::npos);
+      EXPECT_NE(e.text().find("Media::ResourceBuffer::createRenderTargetView"), std::string::npos);
+    }
+    for (Format format : {Format::Rgba16Float, Format::A8Unorm, Format::R32Float, Format::Rg32Float}) {
+      Media::ResourceBuffer target(device_, 4, 4, format);
+      EXPECT_NE(target.renderTargetView(), 0u);
+    }
+    Media::RenderBuffer frame(device_, 4, 4);
+    std::vector<std::uint8_t> pixels(64);
+    try {
+      frame.copyToRGBA(pixels.data());
+      ADD_FAILURE() << "a frame in format 10 has no 32-bit copy";
+    } catch (const System::NoteException& e) {
+      EXPECT_EQ(e.message(), "invalid pixel format.");
+      EXPECT_NE(e.text().find("Media::RenderBuffer::copyToRGBA"), std::string::npos);
+    }
+  });
+}
+
+TEST_F(DeviceLogic, BufferSizesAndTexturesFollowTheRules) {
+  gpu([&] {
+    Media::ResourceBuffer wide(device_, 20000, 100);
+    EXPECT_EQ(wide.width(), 16384u);
+    EXPECT_EQ(wide.height(), 100u);
+    EXPECT_EQ(fake_->liveTextures.at(wide.texture()), 16384u);
+
+    Media::ResourceBuffer empty(device_, 0, 0);
+    EXPECT_TRUE(empty.empty());
+    EXPECT_EQ(empty.texture(), 0u);
+  });
+  EXPECT_TRUE(fake_->liveTextures.empty());
+}
+
+TEST_F(DeviceLogic, CopyFromRgbaOnlyFillsAnEmptyBufferWith32BitPixels) {
+  const std::vector<std::uint8_t> pixels(2 * 3 * 4, 7);
+  gpu([&] {
+    Media::ResourceBuffer buffer(device_);
+    buffer.copyFromRGBA(Format::Bgra8Unorm, pixels.data(), 2, 3);
+    EXPECT_EQ(buffer.width(), 2u);
+    EXPECT_EQ(buffer.format(), Format::Bgra8Unorm);
+    const Media::GpuId texture = buffer.texture();
+    try {
+      buffer.copyFromRGBA(Format::Rgba8Unorm, pixels.data(), 1, 1);
+      ADD_FAILURE() << "a second copy must be refused";
+    } catch (const System::NoteException& e) {
+      EXPECT_EQ(e.message(), "already allocated resource buffer.");
+      EXPECT_NE(e.text().find("Media::ResourceBuffer::copyFromRGBA"), std::string::npos);
+    }
+    EXPECT_EQ(buffer.texture(), texture);
+    EXPECT_EQ(buffer.width(), 2u);
+    EXPECT_EQ(buffer.format(), Format::Bgra8Unorm);
+
+    Media::ResourceBuffer other(device_);
+    try {
+      other.copyFromRGBA(Format::Rgba16Float, pixels.data(), 1, 1);
+      ADD_FAILURE() << "only 32-bit formats may be copied";
+    } catch (const System::NoteException& e) {
+      EXPECT_EQ(e.message(), "invalid pixel format.");
+    }
+    EXPECT_TRUE(other.empty());
+  });
+}
+
+TEST_F(DeviceLogic, BufferMadeOffTheGpuThreadCreatesItsTextureAtFirstUse) {
+  std::unique_ptr<Media::ResourceBuffer> buffer;
+  std::thread([&] {
+    buffer = std::make_unique<Media::ResourceBuffer>(device_, 2, 2, Format::Rgba8Unorm,
+                                                     std::vector<std::byte>(16, std::byte{1}));
+  }).join();
+  gpu([&] { EXPECT_TRUE(fake_->liveTextures.empty()); });
+  gpu([&] { EXPECT_NE(buffer->texture(), 0u); });
+  EXPECT_TRUE(fake_->lastUploadHadPixels);
+  buffer.reset();  // released from this thread: posted to the GPU thread
+  gpu([&] { EXPECT_TRUE(fake_->liveTextures.empty()); });
+}
+
+TEST_F(DeviceLogic, SameSizeKeepsTheViewsAndANewSizeRemakesThem) {
+  gpu([&] {
+    Media::RenderBuffer frame(device_, 8, 6);
+    const Media::GpuId texture = frame.texture();
+    const Media::GpuId target = frame.renderTargetView();
+    frame.createTexture2D(8, 6);
+    EXPECT_EQ(frame.texture(), texture);
+    EXPECT_EQ(frame.renderTargetView(), target);
+    frame.createTexture2D(9, 6);
+    EXPECT_NE(frame.texture(), texture);
+    EXPECT_EQ(fake_->liveTextures.count(texture), 0u);
+    EXPECT_EQ(frame.width(), 9u);
+  });
+}
+
+TEST_F(DeviceLogic, AuxiliaryBuffersAreMadeOnceInTheirFormats) {
+  gpu([&] {
+    Media::RenderBuffer frame(device_, 8, 6);
+    Media::ResourceBuffer& depth = frame.depthBuffer();
+    EXPECT_EQ(&frame.depthBuffer(), &depth);
+    EXPECT_EQ(depth.format(), Format::R32Float);
+    EXPECT_EQ(frame.normalBuffer().format(), Format::Rgba16Float);
+    frame.shadowMaps().resize(2);
+    EXPECT_EQ(frame.shadowMap(1).width(), 64u);
+    EXPECT_EQ(frame.shadowMap(1).format(), Format::Rg32Float);
+    EXPECT_THROW(frame.shadowMap(2), std::out_of_range);
+  });
+}
+
+TEST_F(DeviceLogic, LikePassesSetTheirStatesOnce) {
+  gpu([&] {
+    Media::PixelShader shader(device_);
+    shader.load(pixelShader({{"SV_Position", 0, 15, Media::ComponentType::Float32}}));
+    Media::ResourceBuffer source(device_, 4, 4), target(device_, 4, 4);
+    fake_->calls.clear();
+    shader.draw(target, {&source});
+    shader.draw(target, {&source});
+    EXPECT_EQ(count("rasterizer"), 1u);
+    EXPECT_EQ(count("blend"), 1u);
+    EXPECT_EQ(fake_->lastBlendEnable, 0u);  // no state given: no blending
+    EXPECT_EQ(count("shader"), 2u);         // vertex and pixel shader, once each
+    EXPECT_EQ(count("draw"), 2u);
+    EXPECT_TRUE(fake_->textureUnits.empty());  // sources and target are free again
+    EXPECT_EQ(fake_->boundTarget, 0u);
+
+    // A factor always sets the state again; a new state is set once.
+    shader.draw(target, {&source}, {nullptr, 4, Media::Color{0.5f, 0.5f, 0.5f, 0.5f}});
+    shader.draw(target, {&source}, {nullptr, 0, std::nullopt});
+    shader.draw(target, {&source}, {nullptr, 0, std::nullopt});
+    EXPECT_EQ(count("blend"), 3u);
+    EXPECT_EQ(fake_->lastBlendEnable, 1u);
+  });
+}
+
+TEST_F(DeviceLogic, ShaderWithAnotherSignatureHasNoDrawFunction) {
+  gpu([&] {
+    Media::PixelShader shader(device_);
+    shader.load(pixelShader({{"COLOR", 0, 15, Media::ComponentType::Float32}}));
+    EXPECT_EQ(shader.drawPath(), Media::DrawPath::None);
+    Media::ResourceBuffer source(device_, 4, 4), target(device_, 4, 4);
+    EXPECT_THROW(shader.draw(target, {&source}), std::bad_function_call);
+    EXPECT_TRUE(fake_->textureUnits.empty());  // cleared on the way out
+    EXPECT_EQ(fake_->boundTarget, 0u);
+  });
+}
+
+TEST_F(DeviceLogic, SingleQuadReusesTheSharedBufferAndTwoQuadsMakeTwelveVertices) {
+  gpu([&] {
+    Media::VertexListQuadPosUv one;
+    for (int i = 0; i < 4; ++i) one.push({float(i), 0, 0, 0, 0, 0, 0});
+    one.draw(device_);
+    const std::size_t created = fake_->buffersCreated;
+    one.draw(device_);
+    one.drawWithNormal(device_);
+    EXPECT_EQ(fake_->buffersCreated, created);
+    EXPECT_EQ(count("updateBuffer"), 3u);
+
+    Media::VertexListQuadPosUv two;
+    two.append(one);
+    two.append(one);
+    const std::size_t live = fake_->buffersLive;
+    two.draw(device_);
+    EXPECT_EQ(fake_->buffersCreated, created + 1);
+    EXPECT_EQ(fake_->buffersLive, live);  // the temporary buffer is released
+    EXPECT_EQ(fake_->drawCounts.back(), 12u);
+  });
+}
+
+}  // namespace

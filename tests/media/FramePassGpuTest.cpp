@@ -1,0 +1,235 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "media/ConstantBufferCommon.h"
+#include "media/GraphicsDevice.h"
+#include "media/ResourceBuffer.h"
+#include "media/pass/BlendStateTable.h"
+#include "media/pass/FramePassReference.h"
+#include "media/pass/FramePasses.h"
+#include "DeviceGpu.h"
+
+// Every frame pass and blend state by both paths on small odd-sized RGBA16F images,
+// against the CPU reference. Tolerance: 2e-3 relative plus 1e-4 absolute. Inputs are
+// rounded to half precision before the reference sees them, so what remains is the
+// rounding of the result (2^-11 relative) and, on the draw path, of the pass's output
+// before the blender reads it.
+
+namespace Media {
+namespace {
+
+constexpr std::uint32_t kWidth = 7;
+constexpr std::uint32_t kHeight = 5;
+constexpr Rgba kFactor{0.25f, 0.5f, 0.75f, 0.4f};
+constexpr FramePassPath kPaths[] = {FramePassPath::Draw, FramePassPath::Compute};
+
+float half(float value) { return static_cast<float>(static_cast<_Float16>(value)); }
+
+// Alphas 0, 1/255, 1 and two between, colours premultiplied, spread so that neighbours
+// differ; `seed` makes the images of one case differ from each other.
+PassImage testImage(std::uint32_t width, std::uint32_t height, std::uint32_t seed) {
+  constexpr float kAlphas[] = {0.0f, 1.0f / 255.0f, 1.0f, 0.5f, 0.25f};
+  PassImage image(width, height);
+  for (std::uint32_t y = 0; y < height; ++y) {
+    for (std::uint32_t x = 0; x < width; ++x) {
+      const std::uint32_t i = y * width + x + seed;
+      const float a = kAlphas[(i * 7 + seed) % 5];
+      const auto spread = [&](std::uint32_t k, std::uint32_t m) {
+        return half(a * static_cast<float>(i * k % m) / static_cast<float>(m - 1));
+      };
+      image.set(x, y, {spread(37, 101), spread(53, 97), spread(11, 89), half(a)});
+    }
+  }
+  return image;
+}
+
+template <typename Constants>
+std::vector<std::byte> bytes(const Constants& constants) {
+  const auto span = constantBytes(constants);
+  return {span.begin(), span.end()};
+}
+
+struct PassSetup {
+  std::vector<std::byte> constants;
+  std::uint32_t width = kWidth, height = kHeight;
+};
+
+// Constants that make each pass do real work: an asymmetric matrix, offsets that push
+// reads past the edges, box windows that clamp, a resize with two taps on one axis.
+PassSetup setupFor(FramePass pass) {
+  switch (pass) {
+    case FramePass::ColorMatrixAddFirst:
+    case FramePass::ColorMatrixAddLast:
+      return {bytes(ColorMatrixConstants{{1, 0.5f, 0, 0.1f, 0, 1, -0.25f, 0.25f, 0.3f, 0, 2, 0, 0, 0.2f, 0, 1},
+                                         {0.1f, -0.2f, 0.3f, 0.4f}})};
+    case FramePass::Fill:
+    case FramePass::MaskToColor: return {bytes(ColorConstants{{0.3f, 0.6f, 0.9f, 0.75f}})};
+    case FramePass::CopyOffset:
+    case FramePass::CopyOffsetClamped: return {bytes(OffsetConstants{{2, -1}})};
+    case FramePass::CopyAlpha: return {bytes(AlphaConstants{0.6f})};
+    case FramePass::CopyOffsetAlpha: return {bytes(OutputConstants{0, 0.6f, {-1, 2}})};
+    case FramePass::BoxX: return {bytes(BoxConstants{3, -1}), 3, kHeight};
+    case FramePass::BoxY: return {bytes(BoxConstants{2, 1}), kWidth, 3};
+    case FramePass::Sample: return {{}, 2 * kWidth, 2 * kHeight};
+    case FramePass::Resize: return {bytes(ResizeConstants{{1.75f, 0.5f}}), 4, 2 * kHeight};
+    case FramePass::Glow: return {bytes(GlowConstants{0.1f, 2.0f, 0.4f})};
+    case FramePass::ExpRemap: return {bytes(ExpRemapConstants{2.5f})};
+    case FramePass::LogRemap: return {bytes(LogRemapConstants{0.4f})};
+    case FramePass::SoftMask: return {bytes(SoftMaskConstants{0.3f, 0.7f, {0.5f, 1.5f}}), 2 * kWidth, kHeight};
+    default: return {bytes(OutputConstants{0, 0.8f, {1, -1}})};
+  }
+}
+
+class FramePassGpuTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    device_ = MediaTest::gpuDevice(startFailure_);
+    if (device_) passes_ = std::make_unique<FramePasses>(*device_);
+  }
+  // The passes hold GPU objects: they go while the program's device still lives.
+  static void TearDownTestSuite() { passes_.reset(); }
+
+  void SetUp() override {
+    if (!device_) GTEST_SKIP() << "the graphics device could not start (EGL/OpenGL 4.5 missing): " << startFailure_;
+  }
+
+  std::unique_ptr<ResourceBuffer> upload(const PassImage& image) {
+    std::vector<std::byte> data(image.pixels.size() * sizeof(_Float16));
+    for (std::size_t i = 0; i < image.pixels.size(); ++i) {
+      const auto value = static_cast<_Float16>(image.pixels[i]);
+      std::memcpy(&data[i * sizeof(value)], &value, sizeof(value));
+    }
+    return std::make_unique<ResourceBuffer>(*device_, image.width, image.height, Format::Rgba16Float, std::move(data));
+  }
+
+  PassImage readBack(ResourceBuffer& buffer) {
+    std::vector<_Float16> data(std::size_t{buffer.width()} * buffer.height() * 4);
+    device_->backend().readTexture(buffer.texture(), buffer.width(), buffer.height(), Format::Rgba16Float, data.data(),
+                                   "FramePassGpuTest");
+    PassImage image(buffer.width(), buffer.height());
+    for (std::size_t i = 0; i < data.size(); ++i) image.pixels[i] = static_cast<float>(data[i]);
+    return image;
+  }
+
+  // Runs `pass` by `path` onto a copy of `target` and compares with the reference.
+  void check(FramePass pass, FramePassPath path, const PassSetup& setup, std::size_t state,
+             std::size_t sampler = 1) {
+    SCOPED_TRACE(std::string(framePassInfo(pass).name) + (path == FramePassPath::Draw ? " draw" : " compute") +
+                 ", blend state " + std::to_string(state) + ", sampler " + std::to_string(sampler));
+    const PassImage source0 = testImage(kWidth, kHeight, 0);
+    const PassImage source1 = testImage(kWidth, kHeight, 3);
+    const PassImage target = testImage(setup.width, setup.height, 1);
+    const FramePassResult result = framePassReference(pass, setup.constants, &source0, &source1, setup.width,
+                                                      setup.height, kSamplerStates[sampler]);
+    const PassImage expected = blendResultReference(result, static_cast<std::uint32_t>(state), kFactor, target);
+    PassImage actual;
+    device_->run([&] {
+      auto gpuSource0 = upload(source0);
+      auto gpuSource1 = upload(source1);
+      auto gpuTarget = upload(target);
+      ConstantBufferCommon constants(*device_);
+      PassOptions options;
+      if (!setup.constants.empty()) {
+        constants.create(setup.constants.data(), setup.constants.size());
+        options.constants = &constants;
+      }
+      options.blendState = state;
+      options.blendFactor = kFactor;
+      device_->setSampler(0, sampler);
+      passes().run(pass, path, *gpuTarget, {gpuSource0.get(), gpuSource1.get()}, options);
+      device_->setSampler(0, 1);
+      actual = readBack(*gpuTarget);
+    });
+    expectClose(actual, expected);
+  }
+
+  static void expectClose(const PassImage& actual, const PassImage& expected) {
+    ASSERT_EQ(actual.pixels.size(), expected.pixels.size());
+    int reported = 0;
+    for (std::size_t i = 0; i < actual.pixels.size(); ++i) {
+      const float want = expected.pixels[i];
+      if (std::fabs(actual.pixels[i] - want) <= 2e-3f * std::fabs(want) + 1e-4f) continue;
+      ADD_FAILURE() << "pixel " << i / 4 << " (" << (i / 4) % expected.width << ", " << (i / 4) / expected.width
+                    << ") component " << i % 4 << ": " << actual.pixels[i] << ", expected " << want;
+      if (++reported == 4) return;
+    }
+  }
+
+  static FramePasses& passes() { return *passes_; }
+
+  static inline GraphicsDevice* device_ = nullptr;
+  static inline std::unique_ptr<FramePasses> passes_;
+  static inline std::string startFailure_;
+};
+
+
+TEST_F(FramePassGpuTest, EveryPassMatchesTheReferenceByBothPaths) {
+  for (std::size_t p = 0; p < kFramePassCount; ++p) {
+    const auto pass = static_cast<FramePass>(p);
+    if (pass == FramePass::BlendMode || pass == FramePass::BlendModeOffset) continue;
+    const std::vector<std::size_t> states =
+        pass == FramePass::CopyTwo ? std::vector<std::size_t>{5, 6, 7} : std::vector<std::size_t>{0, 4};
+    for (FramePassPath path : kPaths) {
+      for (std::size_t state : states) check(pass, path, setupFor(pass), state);
+    }
+  }
+}
+
+TEST_F(FramePassGpuTest, EveryBlendStateMatchesTheReferenceByBothPaths) {
+  for (std::size_t state = 0; state < kBlendStateCount; ++state) {
+    // The dual-source states read the second colour, which only pass 7 writes.
+    const bool dual = state >= 5 && state <= 7;
+    for (FramePassPath path : kPaths) check(dual ? FramePass::CopyTwo : FramePass::Copy, path, {}, state);
+  }
+}
+
+TEST_F(FramePassGpuTest, BlendModesMatchTheReferenceByBothPaths) {
+  for (FramePass pass : {FramePass::BlendMode, FramePass::BlendModeOffset}) {
+    for (std::int32_t mode : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 20, 21, 22, 23}) {
+      // Modes 20 and up replace the frame's pixel; the others are drawn source-over.
+      const std::size_t state = mode >= 20 ? kBlendStateNone : kBlendStateSourceOver;
+      for (FramePassPath path : kPaths) check(pass, path, {bytes(OutputConstants{mode, 0.8f, {1, -1}})}, state);
+    }
+  }
+}
+
+TEST_F(FramePassGpuTest, SampledPassesFollowTheSamplerState) {
+  for (std::size_t sampler = 0; sampler < kSamplerStateCount; ++sampler) {
+    for (FramePassPath path : kPaths) check(FramePass::Sample, path, setupFor(FramePass::Sample), 0, sampler);
+  }
+}
+
+TEST_F(FramePassGpuTest, FusedSourceOverEqualsOneDrawPerLayer) {
+  // Seventeen layers: one full dispatch of sixteen and one of a single layer.
+  std::vector<PassImage> layers;
+  for (std::uint32_t i = 0; i < 17; ++i) layers.push_back(testImage(kWidth, kHeight, 5 + i));
+  PassImage expected = testImage(kWidth, kHeight, 1);
+  for (const PassImage& layer : layers) {
+    expected = blendResultReference(framePassReference(FramePass::Copy, {}, &layer, nullptr, kWidth, kHeight),
+                                    kBlendStateSourceOver, {}, expected);
+  }
+  for (FramePassPath path : kPaths) {
+    SCOPED_TRACE(path == FramePassPath::Draw ? "draw" : "compute");
+    PassImage actual;
+    device_->run([&] {
+      std::vector<std::unique_ptr<ResourceBuffer>> gpuLayers;
+      std::vector<ResourceBuffer*> pointers;
+      for (const PassImage& layer : layers) {
+        gpuLayers.push_back(upload(layer));
+        pointers.push_back(gpuLayers.back().get());
+      }
+      auto target = upload(testImage(kWidth, kHeight, 1));
+      passes().composeSourceOver(*target, pointers, path);
+      actual = readBack(*target);
+    });
+    expectClose(actual, expected);
+  }
+}
+
+}  // namespace
+}  // namespace Media
