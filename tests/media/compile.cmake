@@ -3,3 +3,4 @@ list(APPEND SORVEL_MEDIA_TEST_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/ShaderCompileTest.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ShaderCompileLayoutTest.cpp
 )
+list(APPEND SORVEL_GPU_TEST_SOURCES ${CMAKE_CURRENT_LIST_DIR}/ShaderCompileGpuTest.cpp)
