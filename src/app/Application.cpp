@@ -8,6 +8,7 @@
 #include "dialog/MessageBox.h"
 #include "edit/EditService.h"
 #include "effect/EffectService.h"
+#include "media/GraphicsService.h"
 #include "event/EventService.h"
 #include "setting/SettingService.h"
 #include "system/Log.h"
@@ -18,6 +19,7 @@
 #include "system/ThreadPriority.h"
 #include "system/Text.h"
 #include "system/Version.h"
+#include "platform/egl_gl/GlBackendFactory.h"
 #include "undo/UndoService.h"
 #include "worker/WorkerThread.h"
 
@@ -64,8 +66,15 @@ void Application::start() {
   // 6. The log: from here on lines reach the file and the view.
   Service<System::Logger>::acquire();
   System::Log::info("App::Application::start", "%s %s start", System::kProductName, System::kVersion);
-  // 7. Translation service.  8. Module trust list.  9. Image service.
-  // 10-13. Paint service, graphics device, audio output, shared GPU and drawing resources.
+  // 7. Translation service.  8. Module trust list.  9. Image service.  10. Paint service.
+  // 11. The graphics device: OpenGL through EGL, on a GPU where one is present.
+  Media::GraphicsService::setBackendFactory(::Platform::createGlBackend);
+  Media::GraphicsService* graphics = Service<Media::GraphicsService>::acquire();
+  // 12. Audio output.
+  // 13. Shared GPU resources: the frame passes, on the path this device runs faster for
+  //     a frame of the project's default size.
+  graphics->createSharedResources(static_cast<std::uint32_t>(settings->sceneDefaults().width),
+                                  static_cast<std::uint32_t>(settings->sceneDefaults().height));
   // 14. The event service: its commands travel through the main loop, and a failing
   //     worker task comes back to the main thread as command 4.
   Event::EventService* events = Service<Event::EventService>::acquire();
@@ -133,6 +142,7 @@ void Application::shutdown() {
   platform_.destroyMainWindow();
   Worker::WorkerThread::setExceptionReporter(nullptr);
   Service<Event::EventService>::release();
+  Service<Media::GraphicsService>::release();
   System::Log::info("App::Application::shutdown", "%s end", System::kProductName);
   Service<System::Logger>::release();
   Dialog::setPresenter(nullptr);

@@ -67,6 +67,11 @@ void showExceptionText(const std::string& text) {
   present(System::Text::fromUtf8(text), exceptionCaption(), MessageKind::Error, true);
 }
 
+void showWarning(const std::wstring& text) {
+  present(Translate::translate("Message", text), System::Text::fromUtf8(System::kProductName), MessageKind::Warning,
+          true);
+}
+
 bool confirm(const std::wstring& text, bool answerWithoutDisplay) {
   return present(Translate::translate("Message", text), System::Text::fromUtf8(System::kProductName),
                  MessageKind::Confirmation, answerWithoutDisplay);

@@ -13,6 +13,7 @@ namespace Dialog {
 
 enum class MessageKind {
   Error,         // stop icon, OK
+  Warning,       // exclamation icon, OK: the program goes on
   Confirmation,  // exclamation icon, OK and Cancel
 };
 
@@ -40,6 +41,9 @@ void showException(const std::exception& exception);
 // The exception text unchanged, with the exception caption: the outer handler and the
 // deferred exception box, after which the program goes on.
 void showExceptionText(const std::string& text);
+
+// A translated warning with the program's title; the program goes on after it.
+void showWarning(const std::wstring& text);
 
 // Translated question, OK means yes. With no presenter the answer is
 // `answerWithoutDisplay`, chosen by the caller so that a headless run keeps the user's work.

@@ -28,10 +28,13 @@ GraphicsDevice::GraphicsDevice(BackendFactory factory, DeviceSettings settings) 
   samplers_.fill(kDefaultSampler);
   thread_ = std::thread([this] { loop(); });
   try {
-    run([this, &factory] {
+    std::string warning;
+    run([this, &factory, &warning] {
       backend_ = factory();
-      logStart();
+      warning = logStart();
     });
+    // The user is told on the starting thread, which owns the windows.
+    if (!warning.empty() && settings_.warnUser) settings_.warnUser(warning);
   } catch (...) {
     // A back end that started but failed later goes on its own thread, like any other.
     post([this] { backend_.reset(); });
@@ -61,20 +64,21 @@ GraphicsDevice::~GraphicsDevice() {
   thread_.join();
 }
 
-void GraphicsDevice::logStart() {
+std::string GraphicsDevice::logStart() {
   System::Log::info(kPlace, "GL renderer : %s", backend_->rendererName().c_str());
   System::Log::info(kPlace, "GL version : %s", backend_->versionName().c_str());
   const bool ordered = backend_->hasRasterizerOrderedViews();
   System::Log::info(kPlace, "D3D ROVsSupported : %d", ordered ? 1 : 0);
+  std::string warning;
   if (!ordered) {
-    const std::string text = "D3D ROVs not supported.\n\n一部の機能が正しく動作しない可能性があります";
-    System::Log::warn(kPlace, "%s", text.c_str());
-    if (settings_.warnUser) settings_.warnUser(text);
+    warning = "D3D ROVs not supported.\n\n一部の機能が正しく動作しない可能性があります";
+    System::Log::warn(kPlace, "%s", warning.c_str());
   }
   for (Format format : kLoggedFormats) {
     System::Log::info(kPlace, "D3D %s Texture2D Supported : %d", findFormat(format)->name,
                       backend_->supportsTexture(format) ? 1 : 0);
   }
+  return warning;
 }
 
 void GraphicsDevice::loop() {

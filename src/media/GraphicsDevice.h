@@ -116,7 +116,8 @@ class GraphicsDevice {
   static constexpr std::size_t kImageSlots = 8;
 
   void loop();
-  void logStart();
+  // Logs what the back end found; returns the warning the user should see, if any.
+  std::string logStart();
 
   DeviceSettings settings_;
   std::unique_ptr<GraphicsBackend> backend_;

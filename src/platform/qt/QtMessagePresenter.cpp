@@ -26,10 +26,10 @@ class QtMessagePresenter : public Dialog::MessagePresenter {
         disabled.push_back(window);
       }
     }
+    const bool question = kind == Dialog::MessageKind::Confirmation;
     QMessageBox box(kind == Dialog::MessageKind::Error ? QMessageBox::Critical : QMessageBox::Warning,
                     QString::fromStdWString(caption), QString::fromStdWString(text),
-                    kind == Dialog::MessageKind::Error ? QMessageBox::Ok : QMessageBox::Ok | QMessageBox::Cancel,
-                    owner);
+                    question ? QMessageBox::Ok | QMessageBox::Cancel : QMessageBox::Ok, owner);
     const int answer = box.exec();
     for (QWidget* window : disabled) window->setEnabled(true);
     if (owner) owner->activateWindow();

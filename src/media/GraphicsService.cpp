@@ -1,0 +1,73 @@
+#include "media/GraphicsService.h"
+
+#include "dialog/MessageBox.h"
+#include "media/pass/FramePasses.h"
+#include "setting/SettingService.h"
+#include "system/Exception.h"
+#include "system/MainIniFile.h"
+#include "system/Singleton.h"
+#include "system/Text.h"
+
+namespace Media {
+
+namespace {
+
+constexpr char kPlace[] = "Media::GraphicsService::GraphicsService";
+
+GraphicsDevice::BackendFactory& backendFactory() {
+  static GraphicsDevice::BackendFactory factory;
+  return factory;
+}
+
+Format knownFormat(const System::IniFile::VALUE& value, std::int32_t defaultNumber) {
+  const std::int32_t number = value.toInt(defaultNumber);
+  if (number < 0 || !findFormat(static_cast<std::uint32_t>(number))) {
+    throw System::NoteException(kPlace, "unsupported pixel format.", std::to_string(number));
+  }
+  return static_cast<Format>(number);
+}
+
+}  // namespace
+
+void GraphicsService::setBackendFactory(GraphicsDevice::BackendFactory factory) {
+  backendFactory() = std::move(factory);
+}
+
+DeviceSettings GraphicsService::readSettings(System::IniFile::SectionRef config) {
+  DeviceSettings settings;
+  settings.pixelFormat = knownFormat(config["PixelFormat"], 10);
+  settings.maskFormat = knownFormat(config["MaskFormat"], 65);
+  settings.shadowBufferSize = static_cast<std::uint32_t>(std::max(config["ShadowBufferSize"].toInt(), 1));
+  return settings;
+}
+
+GraphicsService::GraphicsService() {
+  config_.setSection("Direct3D");
+  config_.add<System::Config::Int>("MultiSampleCount", &multiSampleCount_, 8);
+  config_.add<System::Config::Int>("MaxAnisotropy", &maxAnisotropy_, 16);
+  config_.add<System::Config::Int>("HighDpiMode", &highDpiMode_, 1);
+  config_.add<System::Config::String>("OutputYUVColorSpace", &outputYuvColorSpace_, L"");
+  config_.add<System::Config::Int>("OutputYUVColorRange", &outputYuvColorRange_, 0);
+  config_.load(System::MainIniFile::get());
+
+  DeviceSettings settings = readSettings(System::Singleton<Setting::SettingService>::get()->config());
+  // The box belongs to the main thread; the device reports from its start, which runs
+  // on the thread that acquires this service.
+  settings.warnUser = [](const std::string& text) { Dialog::showWarning(System::Text::fromUtf8(text)); };
+  if (!backendFactory()) throw System::NoteException(kPlace, "graphics back end not installed.");
+  device_ = std::make_unique<GraphicsDevice>(backendFactory(), std::move(settings));
+}
+
+GraphicsService::~GraphicsService() {
+  // The passes hold GPU objects, which go through the device.
+  passes_.reset();
+  device_.reset();
+  config_.store();
+}
+
+void GraphicsService::createSharedResources(std::uint32_t width, std::uint32_t height) {
+  passes_ = std::make_unique<FramePasses>(*device_);
+  device_->run([&] { passes_->measureFasterPath(width, height); });
+}
+
+}  // namespace Media

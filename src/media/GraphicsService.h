@@ -1,0 +1,53 @@
+// The graphics device as a global service of the start sequence (System::Singleton):
+// it keeps the section Direct3D of the main ini, reads the pixel, mask and shadow map
+// sizes from the system file, and starts the device. At the start's later step it also
+// makes the frame passes that every effect shares, on the path measured faster here.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "media/GraphicsDevice.h"
+#include "system/ConfigGroup.h"
+#include "system/IniFile.h"
+
+namespace Media {
+
+class FramePasses;
+
+class GraphicsService {
+ public:
+  // The platform installs how to make its back end before the service is acquired.
+  static void setBackendFactory(GraphicsDevice::BackendFactory factory);
+  // The device's settings from the section Config of the system file. A missing or
+  // malformed ShadowBufferSize, or a format the program does not know, throws.
+  static DeviceSettings readSettings(System::IniFile::SectionRef config);
+
+  GraphicsService();
+  ~GraphicsService();
+  GraphicsService(const GraphicsService&) = delete;
+  GraphicsService& operator=(const GraphicsService&) = delete;
+
+  GraphicsDevice& device() noexcept { return *device_; }
+
+  // The shared frame passes, on whichever path runs a frame of this size faster.
+  void createSharedResources(std::uint32_t width, std::uint32_t height);
+  // Null before createSharedResources.
+  FramePasses* framePasses() noexcept { return passes_.get(); }
+
+ private:
+  // Kept in the main ini for the user; the device itself always uses one sample and no
+  // anisotropy, and the colour keys belong to the colour conversion.
+  std::int32_t multiSampleCount_ = 8;
+  std::int32_t maxAnisotropy_ = 16;
+  std::int32_t highDpiMode_ = 1;
+  std::wstring outputYuvColorSpace_;
+  std::int32_t outputYuvColorRange_ = 0;
+  System::Config::Group config_;
+
+  std::unique_ptr<GraphicsDevice> device_;
+  std::unique_ptr<FramePasses> passes_;
+};
+
+}  // namespace Media
