@@ -40,7 +40,7 @@ void setOutput(Object& object, Effect::EffectService& effects, const wchar_t* ke
 }  // namespace
 
 void EditCommand::separateAudioObject() {
-  const auto targets = SceneSelection::targets(*edit_.currentScene());
+  const auto targets = SceneSelection::editableTargets(*edit_.currentScene());
   if (targets.size() != 1 || !hasSeparableSound(*targets.front())) return;
   const std::shared_ptr<Object>& target = targets.front();
   const std::int32_t tracks = std::max(target->effects.front()->getMediaFlag(1), 1);

@@ -42,7 +42,7 @@ std::shared_ptr<Object> EditCommand::createObject(std::wstring_view key, std::in
 }
 
 void EditCommand::deleteObject() {
-  const auto targets = SceneSelection::targets(*edit_.currentScene());
+  const auto targets = SceneSelection::editableTargets(*edit_.currentScene());
   if (targets.empty()) return;
   System::Log::info(place("deleteObject").c_str(), "delete object num=%d", static_cast<int>(targets.size()));
   EditSection section(edit_);

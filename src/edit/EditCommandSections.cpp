@@ -45,7 +45,7 @@ void EditCommand::createSection(const std::shared_ptr<Object>& object, std::int3
 }
 
 void EditCommand::createSection(std::int32_t frame) {
-  const auto targets = SceneSelection::targets(*edit_.currentScene());
+  const auto targets = SceneSelection::editableTargets(*edit_.currentScene());
   const auto fits = [frame](const std::shared_ptr<Object>& object) { return object->canAddSectionExact(frame); };
   if (std::none_of(targets.begin(), targets.end(), fits)) return;
   System::Log::info(place("createSection").c_str(), "create section frame=%d num=%d", frame,
@@ -72,7 +72,7 @@ void EditCommand::deleteSection(const std::shared_ptr<Object>& object, std::int3
 }
 
 void EditCommand::deleteSection(std::int32_t frame) {
-  const auto targets = SceneSelection::targets(*edit_.currentScene());
+  const auto targets = SceneSelection::editableTargets(*edit_.currentScene());
   const auto holds = [frame](const std::shared_ptr<Object>& object) { return pointAt(*object, frame) != 0; };
   if (std::none_of(targets.begin(), targets.end(), holds)) return;
   System::Log::info(place("deleteSection").c_str(), "delete section frame=%d num=%d", frame,
@@ -89,7 +89,7 @@ void EditCommand::deleteSection(std::int32_t frame) {
 }
 
 void EditCommand::removeObjectLeftGap() {
-  const auto targets = SceneSelection::targets(*edit_.currentScene());
+  const auto targets = SceneSelection::editableTargets(*edit_.currentScene());
   if (targets.empty()) return;
   System::Log::info(place("removeObjectLeftGap").c_str(), "remove left gap num=%d", static_cast<int>(targets.size()));
   EditSection section(edit_);
@@ -111,7 +111,7 @@ void EditCommand::insertNullFrame() {
 
 void EditCommand::changeObjectLength() {
   const Scene& scene = *edit_.currentScene();
-  const auto targets = SceneSelection::targets(scene);
+  const auto targets = SceneSelection::editableTargets(scene);
   if (targets.empty()) return;
   const Object& first = *targets.front();
   const std::optional<std::int32_t> length = prompt_.askFrameLength(

@@ -71,7 +71,7 @@ void toClipboard(Clipboard& clipboard, const std::shared_ptr<Object>& piece, con
 }  // namespace
 
 void EditCommand::splitObject(std::int32_t frame) {
-  const auto targets = SceneSelection::targets(*edit_.currentScene());
+  const auto targets = SceneSelection::editableTargets(*edit_.currentScene());
   const auto splittable = [frame](const std::shared_ptr<Object>& target) {
     return target->start < frame && frame <= target->end;
   };
@@ -118,7 +118,7 @@ void EditCommand::cutObject(bool ripple) {
     cutRange(ripple);
     return;
   }
-  const auto targets = SceneSelection::targets(current);
+  const auto targets = SceneSelection::editableTargets(current);
   if (targets.empty()) return;
   System::Log::info(place("cutObject").c_str(), "cut object num=%d", static_cast<int>(targets.size()));
   EditSection section(edit_);
@@ -149,7 +149,7 @@ EditCommand::RangeCutResult EditCommand::cutToRange(EditSection& section, bool k
   const Keep inside = keepInside ? Keep::OnRow : Keep::Off;
   const Keep outside = keepInside ? Keep::Off : Keep::OnRow;
   RangeCutResult result;
-  for (const std::shared_ptr<Object>& target : SceneSelection::targets(scene)) {
+  for (const std::shared_ptr<Object>& target : SceneSelection::editableTargets(scene)) {
     const std::int32_t s = target->start;
     const std::int32_t e = target->end;
     const bool inA = s < a && a <= e;
@@ -205,7 +205,7 @@ EditCommand::RangeCutResult EditCommand::cutToRange(EditSection& section, bool k
 }
 
 void EditCommand::cutRange(bool ripple) {
-  const auto targets = SceneSelection::targets(*edit_.currentScene());
+  const auto targets = SceneSelection::editableTargets(*edit_.currentScene());
   if (targets.empty()) return;
   System::Log::info(place("cutObject").c_str(), "cut range object num=%d", static_cast<int>(targets.size()));
   EditSection section(edit_);
@@ -235,7 +235,7 @@ void EditCommand::cutRange(bool ripple) {
 void EditCommand::trimObject() {
   const Scene& current = *edit_.currentScene();
   if (current.selectionRangeStart < 0 || current.selectionRangeEnd < 0) return;
-  const auto targets = SceneSelection::targets(current);
+  const auto targets = SceneSelection::editableTargets(current);
   if (targets.empty()) return;
   System::Log::info(place("trimObject").c_str(), "clip object num=%d", static_cast<int>(targets.size()));
   EditSection section(edit_);

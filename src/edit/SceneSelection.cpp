@@ -14,6 +14,14 @@ std::vector<std::shared_ptr<Object>> targets(const Scene& scene) {
   return {};
 }
 
+std::vector<std::shared_ptr<Object>> editableTargets(const Scene& scene) {
+  std::vector<std::shared_ptr<Object>> editable = targets(scene);
+  std::erase_if(editable, [&scene](const std::shared_ptr<Object>& object) {
+    return object->layer >= 0 && scene.getLayer(object->layer).info->lock;
+  });
+  return editable;
+}
+
 void clear(Scene& scene) {
   for (const std::shared_ptr<Object>& object : scene.selectedObjects) object->selected = false;
   scene.selectedObjects.clear();

@@ -15,6 +15,8 @@ namespace SceneSelection {
 
 // The selected objects; without any, the focus object if it stands on a row; else none.
 std::vector<std::shared_ptr<Object>> targets(const Scene& scene);
+// The targets that may be changed: those on a locked row are left alone.
+std::vector<std::shared_ptr<Object>> editableTargets(const Scene& scene);
 
 void clear(Scene& scene);
 // Drops one object from the selection and recomputes what the selection knows of

@@ -39,6 +39,18 @@ TEST_F(EditCommandTest, CommandsWithoutTargetsDoNothingAndLogNothing) {
   EXPECT_EQ(text(), before);
   EXPECT_FALSE(undo.canUndo());
   EXPECT_EQ(prompt.lengths.size(), 2u);  // nobody was asked
+
+  // An object on a locked row is a target only for what leaves it as it is.
+  scene().getLayer(0).info->lock = true;
+  select({scene().getLayer(0).objects.front()});
+  const std::string locked = text();
+  command.deleteObject();
+  command.splitObject(10);
+  command.cutObject(false);
+  EXPECT_EQ(text(), locked);
+  EXPECT_TRUE(log.empty());
+  command.copyObject();
+  EXPECT_EQ(edit.clipboard().objects().size(), 1u);
 }
 
 TEST_F(EditCommandTest, SplitCutsTheTargetsThatHoldTheFrameAndGivesEachSideItsGroup) {
