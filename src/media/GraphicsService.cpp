@@ -2,6 +2,7 @@
 
 #include "dialog/MessageBox.h"
 #include "media/pass/FramePasses.h"
+#include "media/surface/SurfaceShaders.h"
 #include "setting/SettingService.h"
 #include "system/Exception.h"
 #include "system/MainIniFile.h"
@@ -59,15 +60,19 @@ GraphicsService::GraphicsService() {
 }
 
 GraphicsService::~GraphicsService() {
-  // The passes hold GPU objects, which go through the device.
+  // The shared shaders hold GPU objects, which go through the device.
+  surfaces_.reset();
   passes_.reset();
   device_.reset();
   config_.store();
 }
 
 void GraphicsService::createSharedResources(std::uint32_t width, std::uint32_t height) {
-  passes_ = std::make_unique<FramePasses>(*device_);
-  device_->run([&] { passes_->measureFasterPath(width, height); });
+  device_->run([&] {
+    passes_ = std::make_unique<FramePasses>(*device_);
+    passes_->measureFasterPath(width, height);
+    surfaces_ = std::make_unique<SurfaceShaders>(*device_);
+  });
 }
 
 }  // namespace Media

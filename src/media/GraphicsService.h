@@ -15,6 +15,7 @@
 namespace Media {
 
 class FramePasses;
+class SurfaceShaders;
 
 class GraphicsService {
  public:
@@ -31,10 +32,12 @@ class GraphicsService {
 
   GraphicsDevice& device() noexcept { return *device_; }
 
-  // The shared frame passes, on whichever path runs a frame of this size faster.
+  // The shared frame passes, on whichever path runs a frame of this size faster, and the
+  // surface shaders that objects are drawn with.
   void createSharedResources(std::uint32_t width, std::uint32_t height);
   // Null before createSharedResources.
   FramePasses* framePasses() noexcept { return passes_.get(); }
+  SurfaceShaders* surfaceShaders() noexcept { return surfaces_.get(); }
 
  private:
   // Kept in the main ini for the user; the device itself always uses one sample and no
@@ -48,6 +51,7 @@ class GraphicsService {
 
   std::unique_ptr<GraphicsDevice> device_;
   std::unique_ptr<FramePasses> passes_;
+  std::unique_ptr<SurfaceShaders> surfaces_;
 };
 
 }  // namespace Media

@@ -221,6 +221,8 @@ std::string framePassGlsl(FramePass pass) {
   return glsl;
 }
 
+std::string blendModeGlsl() { return kBlendModes; }
+
 std::string blendEquationGlsl(std::uint32_t blendState) {
   if (blendState >= kBlendStateCount) throw System::NoteException("Media::blendEquationGlsl", "invalid blend state.");
   const BlendStateDesc& state = kBlendStates[blendState];

@@ -18,6 +18,11 @@ namespace Media {
 // dual-source blending. The function returns false where the pixel is discarded.
 std::string framePassGlsl(FramePass pass);
 
+// The user's blend modes on premultiplied colour: `normalised`, `toYuv`, `fromYuv` and
+// `bool blendMode(int mode, float opacity, vec4 source, vec4 frame, out vec4 color)`,
+// shared by the passes that compose an image over the frame and by the surfaces.
+std::string blendModeGlsl();
+
 // The blend equation of state `blendState` (below kBlendStateCount), with the state's
 // factors and ops written in as constants.
 std::string blendEquationGlsl(std::uint32_t blendState);
