@@ -13,6 +13,7 @@ namespace MediaTest {
 class FakeBackend : public Media::GraphicsBackend {
  public:
   std::vector<std::string> calls;
+  std::vector<std::string> shaderSources;
   std::map<Media::GpuId, std::uint32_t> liveTextures;  // texture -> width
   std::map<std::uint32_t, Media::GpuId> textureUnits;
   std::vector<std::uint32_t> drawCounts;
@@ -52,7 +53,8 @@ class FakeBackend : public Media::GraphicsBackend {
   void updateBuffer(Media::GpuId, const void*, std::size_t) override { calls.push_back("updateBuffer"); }
   void destroyBuffer(Media::GpuId) override { --buffersLive; }
 
-  Media::GpuId createShader(Media::ShaderStage, const std::string&, const char*, const char*) override {
+  Media::GpuId createShader(Media::ShaderStage, const std::string& glsl, const char*, const char*) override {
+    shaderSources.push_back(glsl);
     return ++next_;
   }
   void destroyShader(Media::GpuId) override {}

@@ -1,5 +1,6 @@
-// The arithmetic of the device that needs no GPU: size limit, crop rectangles, input
-// layouts from signatures, the choice of draw path and image format qualifiers.
+// The arithmetic of the device that needs no GPU: crop rectangles, input layouts from
+// signatures, the choice of draw path and image format qualifiers. (The size limit is
+// checked on the buffers.)
 #include <gtest/gtest.h>
 
 #include "media/BufferGeometry.h"
@@ -11,13 +12,6 @@ namespace {
 
 using Media::ComponentType;
 using Media::CopyRegion;
-
-TEST(DeviceGeometry, SidesAboveTheLimitAreClamped) {
-  EXPECT_EQ(Media::clampBufferSide(20000), 16384u);
-  EXPECT_EQ(Media::clampBufferSide(16384), 16384u);
-  EXPECT_EQ(Media::clampBufferSide(100), 100u);
-  EXPECT_EQ(Media::clampBufferSide(0), 0u);
-}
 
 TEST(DeviceGeometry, CropCopiesTheOverlapToWhereTheOffsetPutsIt) {
   struct Case {
@@ -34,15 +28,12 @@ TEST(DeviceGeometry, CropCopiesTheOverlapToWhereTheOffsetPutsIt) {
       {10, 0, 4, 4, std::nullopt},                      // just right of the source
       {-4, 0, 4, 4, std::nullopt},                      // just left of it
       {0, 0, 0, 4, std::nullopt},                       // no area
+      {INT32_MIN, 0, 16384, 16384, std::nullopt},       // near the integer limits: no wrap
+      {INT32_MAX, 0, 4, 4, std::nullopt},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(Media::cropRegion(10, 8, c.width, c.height, c.x, c.y), c.expected) << c.x << "," << c.y;
   }
-}
-
-TEST(DeviceGeometry, CropNearTheIntegerLimitsDoesNotWrap) {
-  EXPECT_EQ(Media::cropRegion(10, 10, 16384, 16384, INT32_MIN, 0), std::nullopt);
-  EXPECT_EQ(Media::cropRegion(10, 10, 4, 4, INT32_MAX, 0), std::nullopt);
 }
 
 TEST(DeviceGeometry, InputComponentsFollowMaskAndSemantic) {

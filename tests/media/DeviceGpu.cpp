@@ -1,42 +1,12 @@
 #include "media/DeviceGpu.h"
 
 #include <cmath>
-#include <cstdint>
 #include <cstring>
-#include <memory>
 
+#include "media/CpuAccessBuffer.h"
 #include "platform/egl_gl/GlBackendFactory.h"
 
 namespace MediaTest {
-
-namespace {
-
-std::uint16_t floatToHalf(float value) {
-  std::uint32_t bits = 0;
-  std::memcpy(&bits, &value, 4);
-  const std::uint32_t sign = (bits >> 16) & 0x8000u;
-  const float magnitude = std::fabs(value);
-  if (magnitude < 6.103515625e-05f) {  // subnormal halves: steps of 2^-24
-    return static_cast<std::uint16_t>(sign | static_cast<std::uint32_t>(std::lrint(magnitude * 16777216.0f)));
-  }
-  int exponent = 0;
-  const float mantissa = std::frexp(magnitude, &exponent);  // magnitude = mantissa * 2^exponent, mantissa in [.5, 1)
-  std::uint32_t fraction = static_cast<std::uint32_t>(std::lrint((mantissa * 2.0f - 1.0f) * 1024.0f));
-  std::uint32_t biased = static_cast<std::uint32_t>(exponent - 1 + 15);
-  if (fraction == 1024) fraction = 0, ++biased;
-  return static_cast<std::uint16_t>(sign | (biased << 10) | fraction);
-}
-
-float halfToFloat(std::uint16_t half) {
-  const float sign = (half & 0x8000u) ? -1.0f : 1.0f;
-  const int biased = (half >> 10) & 0x1F;
-  const int fraction = half & 0x3FF;
-  if (biased == 0) return sign * std::ldexp(static_cast<float>(fraction), -24);
-  if (biased == 31) return fraction ? NAN : sign * INFINITY;
-  return sign * std::ldexp(1.0f + fraction / 1024.0f, biased - 15);
-}
-
-}  // namespace
 
 Media::GraphicsDevice* gpuDevice(std::string& why) {
   static std::string failure;
@@ -53,28 +23,69 @@ Media::GraphicsDevice* gpuDevice(std::string& why) {
   return device.get();
 }
 
-void onGpu(const std::function<void()>& work) {
+Media::GraphicsDevice& gpu() {
   std::string why;
-  gpuDevice(why)->run(work);
+  return *gpuDevice(why);
 }
 
+void onGpu(const std::function<void()>& work) { gpu().run(work); }
+
 std::vector<std::byte> toHalfPixels(const std::vector<float>& values) {
-  std::vector<std::byte> bytes(values.size() * 2);
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    const std::uint16_t half = floatToHalf(values[i]);
-    std::memcpy(&bytes[i * 2], &half, 2);
-  }
-  return bytes;
+  const std::vector<_Float16> halves(values.begin(), values.end());
+  const auto* bytes = reinterpret_cast<const std::byte*>(halves.data());
+  return {bytes, bytes + halves.size() * sizeof(_Float16)};
 }
 
 std::vector<float> fromHalfPixels(const std::vector<std::byte>& bytes) {
-  std::vector<float> values(bytes.size() / 2);
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    std::uint16_t half = 0;
-    std::memcpy(&half, &bytes[i * 2], 2);
-    values[i] = halfToFloat(half);
+  std::vector<_Float16> halves(bytes.size() / sizeof(_Float16));
+  std::memcpy(halves.data(), bytes.data(), halves.size() * sizeof(_Float16));
+  return {halves.begin(), halves.end()};
+}
+
+std::vector<std::byte> readBack(Media::ResourceBuffer& buffer) {
+  Media::CpuAccessBuffer staging(gpu(), buffer.width(), buffer.height(), buffer.format());
+  staging.copyResource(buffer.texture());
+  return staging.takeData();
+}
+
+std::unique_ptr<Media::ResourceBuffer> upload(const Media::PassImage& image) {
+  return std::make_unique<Media::ResourceBuffer>(gpu(), image.width, image.height, Media::Format::Rgba16Float,
+                                                 toHalfPixels(image.pixels));
+}
+
+Media::PassImage readImage(Media::ResourceBuffer& buffer) {
+  Media::PassImage image(buffer.width(), buffer.height());
+  image.pixels = fromHalfPixels(readBack(buffer));
+  return image;
+}
+
+Media::PassImage testImage(std::uint32_t width, std::uint32_t height, std::uint32_t seed) {
+  constexpr float kAlphas[] = {0.0f, 1.0f / 255.0f, 1.0f, 0.5f, 0.25f};
+  const auto half = [](float value) { return static_cast<float>(static_cast<_Float16>(value)); };
+  Media::PassImage image(width, height);
+  for (std::uint32_t y = 0; y < height; ++y) {
+    for (std::uint32_t x = 0; x < width; ++x) {
+      const std::uint32_t i = y * width + x + seed;
+      const float a = kAlphas[(i * 7 + seed) % 5];
+      const auto spread = [&](std::uint32_t k, std::uint32_t m) {
+        return half(a * static_cast<float>(i * k % m) / static_cast<float>(m - 1));
+      };
+      image.set(x, y, {spread(37, 101), spread(53, 97), spread(11, 89), half(a)});
+    }
   }
-  return values;
+  return image;
+}
+
+void expectImageNear(const std::vector<float>& actual, const Media::PassImage& expected, float absolute) {
+  ASSERT_EQ(actual.size(), expected.pixels.size());
+  int reported = 0;
+  for (std::size_t i = 0; i < actual.size() && reported < 4; ++i) {
+    const float want = expected.pixels[i];
+    if (std::fabs(actual[i] - want) <= 2e-3f * std::fabs(want) + absolute) continue;
+    ADD_FAILURE() << "pixel (" << (i / 4) % expected.width << ", " << (i / 4) / expected.width << ") component "
+                  << i % 4 << ": " << actual[i] << ", expected " << want;
+    ++reported;
+  }
 }
 
 Media::CompiledShader framePixelShader(const std::string& body) {

@@ -1,15 +1,13 @@
 // The device on the GL back end: uploads and read-backs in each format, the cropped
-// copy, the conventions of positions and coordinates, compute shaders writing images of
-// either format, shader failures and the vertex lists.
+// copy, shader failures, the vertex lists and the rasterizer states. (Positions and
+// coordinates, and compute images of either format, are checked with compiled shaders.)
 #include <gtest/gtest.h>
 
 #include <cstring>
 
-#include "media/ComputeShader.h"
-#include "media/CpuAccessBuffer.h"
 #include "media/DeviceGpu.h"
+#include "media/FrameDrawResources.h"
 #include "media/PixelShader.h"
-#include "media/RenderBuffer.h"
 #include "media/ResourceBuffer.h"
 #include "media/VertexList.h"
 #include "media/VertexShader.h"
@@ -18,18 +16,9 @@
 namespace {
 
 using Media::Format;
+using MediaTest::gpu;
 using MediaTest::onGpu;
-
-Media::GraphicsDevice& device() {
-  std::string why;
-  return *MediaTest::gpuDevice(why);
-}
-
-std::vector<std::byte> readBack(Media::ResourceBuffer& buffer) {
-  Media::CpuAccessBuffer staging(device(), buffer.width(), buffer.height(), buffer.format());
-  staging.copyResource(buffer.texture());
-  return staging.takeData();
-}
+using MediaTest::readBack;
 
 std::vector<std::byte> bytePattern(std::size_t size, std::uint8_t seed) {
   std::vector<std::byte> bytes(size);
@@ -42,6 +31,19 @@ std::vector<std::byte> asBytes(const std::vector<T>& values) {
   std::vector<std::byte> bytes(values.size() * sizeof(T));
   std::memcpy(bytes.data(), values.data(), bytes.size());
   return bytes;
+}
+
+// A pixel shader that writes the colour its vertices carry under `semantic`.
+Media::CompiledShader passThrough(const char* semantic) {
+  Media::CompiledShader shader;
+  shader.glsl =
+      "#version 450 core\n"
+      "layout(location = 0) in vec4 value;\n"
+      "layout(location = 0) out vec4 color;\n"
+      "void main() { color = value; }\n";
+  shader.inputs = {{"SV_Position", 0, 15, Media::ComponentType::Float32},
+                   {semantic, 0, 15, Media::ComponentType::Float32}};
+  return shader;
 }
 
 TEST(DeviceGpu, EveryFormatComesBackAsItWasUploaded) {
@@ -71,7 +73,7 @@ TEST(DeviceGpu, EveryFormatComesBackAsItWasUploaded) {
   };
   onGpu([&] {
     for (const Case& c : cases) {
-      Media::ResourceBuffer buffer(device(), kWidth, kHeight, c.format, c.pixels);
+      Media::ResourceBuffer buffer(gpu(), kWidth, kHeight, c.format, c.pixels);
       EXPECT_EQ(readBack(buffer), c.pixels) << "format " << static_cast<int>(c.format);
     }
   });
@@ -81,9 +83,9 @@ TEST(DeviceGpu, MaskIsSampledAsAlphaOverBlack) {
   MEDIA_REQUIRE_GPU();
   const std::vector<std::byte> mask = {std::byte{0}, std::byte{1}, std::byte{128}, std::byte{255}, std::byte{7}};
   onGpu([&] {
-    Media::ResourceBuffer source(device(), 5, 1, Format::A8Unorm, mask);
-    Media::ResourceBuffer target(device(), 5, 1);
-    Media::PixelShader copy(device());
+    Media::ResourceBuffer source(gpu(), 5, 1, Format::A8Unorm, mask);
+    Media::ResourceBuffer target(gpu(), 5, 1);
+    Media::PixelShader copy(gpu());
     copy.load(MediaTest::framePixelShader("color = texelFetch(source0, ivec2(gl_FragCoord.xy), 0);"));
     copy.draw(target, {&source});
     const std::vector<float> result = MediaTest::fromHalfPixels(readBack(target));
@@ -105,7 +107,7 @@ TEST(DeviceGpu, CropPlacesTheOverlapAndLeavesTheRestTransparent) {
   };
   const Case cases[] = {{4, 3, -1, 2}, {7, 6, -2, -1}, {3, 3, 4, 3}, {2, 2, 9, 9}};
   onGpu([&] {
-    Media::ResourceBuffer source(device(), kWidth, kHeight, Format::Rgba8Unorm, pixels);
+    Media::ResourceBuffer source(gpu(), kWidth, kHeight, Format::Rgba8Unorm, pixels);
     for (const Case& c : cases) {
       auto cropped = source.crop(c.width, c.height, c.x, c.y);
       const std::vector<std::byte> result = readBack(*cropped);
@@ -123,41 +125,10 @@ TEST(DeviceGpu, CropPlacesTheOverlapAndLeavesTheRestTransparent) {
   });
 }
 
-TEST(DeviceGpu, PixelPositionsAndCoordinatesCountFromTheTopLeftAtCentres) {
-  MEDIA_REQUIRE_GPU();
-  constexpr std::uint32_t kWidth = 7, kHeight = 5;
-  Media::CompiledShader probe;
-  probe.glsl =
-      "#version 450 core\n"
-      "layout(location = 0) in vec2 texCoord;\n"
-      "layout(location = 0) out vec4 color;\n"
-      "void main() { color = vec4(gl_FragCoord.xy, texCoord); }\n";
-  probe.inputs = {{"SV_Position", 0, 15, Media::ComponentType::Float32},
-                  {"TEXCOORD", 0, 3, Media::ComponentType::Float32}};
-  onGpu([&] {
-    Media::PixelShader shader(device());
-    shader.load(probe);
-    ASSERT_EQ(shader.drawPath(), Media::DrawPath::PositionTexCoord);
-    Media::RenderBuffer frame(device(), kWidth, kHeight);
-    shader.draw(frame);
-    const std::vector<float> result = MediaTest::fromHalfPixels(frame.readPixels());
-    for (std::uint32_t y = 0; y < kHeight; ++y) {
-      for (std::uint32_t x = 0; x < kWidth; ++x) {
-        const float* p = &result[(y * kWidth + x) * 4];
-        EXPECT_EQ(p[0], x + 0.5f);
-        EXPECT_EQ(p[1], y + 0.5f);
-        EXPECT_NEAR(p[2], (x + 0.5f) / kWidth, 1e-3);
-        EXPECT_NEAR(p[3], (y + 0.5f) / kHeight, 1e-3);
-      }
-    }
-    EXPECT_EQ(MediaTest::fromHalfPixels(readBack(*frame.toResourceBuffer())), result);
-  });
-}
-
 TEST(DeviceGpu, ShaderThatDoesNotCompileNamesTheCallAndThePlace) {
   MEDIA_REQUIRE_GPU();
   onGpu([&] {
-    Media::PixelShader shader(device());
+    Media::PixelShader shader(gpu());
     try {
       shader.load(MediaTest::framePixelShader("color = undeclared;"));
       ADD_FAILURE() << "the shader must not load";
@@ -165,41 +136,6 @@ TEST(DeviceGpu, ShaderThatDoesNotCompileNamesTheCallAndThePlace) {
       EXPECT_NE(e.text().find("glCreateShaderProgramv() failed"), std::string::npos);
       EXPECT_NE(e.text().find("Media::PixelShader::loadFromMemory"), std::string::npos);
     }
-  });
-}
-
-TEST(DeviceGpu, ComputeShaderWritesImagesOfEitherFormat) {
-  MEDIA_REQUIRE_GPU();
-  Media::CompiledShader add;
-  add.stage = Media::ShaderStage::Compute;
-  add.glsl =
-      "#version 450 core\n"
-      "layout(local_size_x = 4, local_size_y = 4) in;\n"
-      "layout(binding = 0, SORVEL_IMAGE_FORMAT_0) uniform image2D target;\n"
-      "void main() {\n"
-      "  ivec2 p = ivec2(gl_GlobalInvocationID.xy);\n"
-      "  if (any(greaterThanEqual(p, imageSize(target)))) return;\n"
-      "  imageStore(target, p, imageLoad(target, p) + vec4(0.25, 0.5, 0.0, 1.0));\n"
-      "}\n";
-  add.images = {{0, 0}};
-  onGpu([&] {
-    Media::ComputeShader shader(device());
-    shader.load(add);
-    Media::ResourceBuffer half(device(), 5, 3), mask(device(), 5, 3, Format::A8Unorm);
-    half.clear({0.5f, 0.5f, 0.5f, 0.0f});
-    mask.clear({0, 0, 0, 0});
-    for (Media::ResourceBuffer* target : {&half, &mask, &half}) {
-      device().setComputeTarget(0, *target);
-      shader.dispatch(2, 1, 1);
-    }
-    const std::vector<float> values = MediaTest::fromHalfPixels(readBack(half));
-    for (std::size_t p = 0; p < 15; ++p) {
-      EXPECT_FLOAT_EQ(values[p * 4 + 0], 1.0f);
-      EXPECT_FLOAT_EQ(values[p * 4 + 1], 1.5f);
-      EXPECT_FLOAT_EQ(values[p * 4 + 3], 2.0f);
-    }
-    const std::vector<std::byte> alpha = readBack(mask);
-    for (std::byte a : alpha) EXPECT_EQ(a, std::byte{255});
   });
 }
 
@@ -221,14 +157,6 @@ TEST(DeviceGpu, QuadListsCoverTheirQuadsAndCarryNormals) {
   vertex.inputs = {{"POSITION", 0, 15, Media::ComponentType::Float32},
                    {"TEXCOORD", 0, 15, Media::ComponentType::Float32},
                    {"NORMAL", 0, 7, Media::ComponentType::Float32}};
-  Media::CompiledShader pixel;
-  pixel.glsl =
-      "#version 450 core\n"
-      "layout(location = 0) in vec4 value;\n"
-      "layout(location = 0) out vec4 color;\n"
-      "void main() { color = value; }\n";
-  pixel.inputs = {{"SV_Position", 0, 15, Media::ComponentType::Float32},
-                  {"TEXCOORD", 0, 15, Media::ComponentType::Float32}};
   auto quad = [](float left, float top, float right, float bottom, float tag) {
     return std::vector<Media::XYZ_UV_NORM>{{left, top, 0.5f, tag, 0, 0, 1, 0, 0, 0},
                                            {right, top, 0.5f, tag, 0, 0, 1, 0, 0, 0},
@@ -236,10 +164,10 @@ TEST(DeviceGpu, QuadListsCoverTheirQuadsAndCarryNormals) {
                                            {left, bottom, 0.5f, tag, 0, 0, 1, 0, 0, 0}};
   };
   onGpu([&] {
-    Media::VertexShader vertices(device());
+    Media::VertexShader vertices(gpu());
     vertices.load(vertex);
-    Media::PixelShader shader(device());
-    shader.load(pixel);
+    Media::PixelShader shader(gpu());
+    shader.load(passThrough("TEXCOORD"));
     Media::VertexListQuadPosUvNorm single, pair, lit;
     single.vertices() = quad(-1, 1, 0, -1, 0.25f);  // left half
     pair.vertices() = quad(0, 1, 1, 0, 0.5f);       // top right
@@ -248,16 +176,16 @@ TEST(DeviceGpu, QuadListsCoverTheirQuadsAndCarryNormals) {
     Media::VertexListQuadPosUv flat;
     for (const Media::XYZ_UV_NORM& v : quad(-1, 1, 1, -1, 0)) flat.push({v.x, v.y, v.z, v.u, v.v, v.s, v.t});
 
-    Media::ResourceBuffer target(device(), kSide, kSide);
+    Media::ResourceBuffer target(gpu(), kSide, kSide);
     target.clear({0, 0, 0, 0});
-    device().setRenderTarget(target);
-    device().setRasterizerState(0);
-    device().setBlendState(Media::kBlendStateNone, std::nullopt);
+    gpu().setRenderTarget(target);
+    gpu().setRasterizerState(0);
+    gpu().setBlendState(Media::kBlendStateNone, std::nullopt);
     vertices.use();
     shader.use();
-    single.draw(device());
-    pair.draw(device());
-    device().clearRenderTarget();
+    single.draw(gpu());
+    pair.draw(gpu());
+    gpu().clearRenderTarget();
     std::vector<float> result = MediaTest::fromHalfPixels(readBack(target));
     for (std::uint32_t y = 0; y < kSide; ++y) {
       for (std::uint32_t x = 0; x < kSide; ++x) {
@@ -267,14 +195,58 @@ TEST(DeviceGpu, QuadListsCoverTheirQuadsAndCarryNormals) {
     }
 
     // Clockwise on the screen, so facing the viewer: the normal is -z, towards the eye.
-    device().setRenderTarget(target);
-    flat.drawWithNormal(device());
-    device().clearRenderTarget();
+    gpu().setRenderTarget(target);
+    flat.drawWithNormal(gpu());
+    gpu().clearRenderTarget();
     result = MediaTest::fromHalfPixels(readBack(target));
     for (std::size_t p = 0; p < kSide * kSide; ++p) {
       ASSERT_EQ(result[p * 4 + 0], 0.0f) << p;
       ASSERT_EQ(result[p * 4 + 2], -1.0f) << p;
     }
+  });
+}
+
+TEST(DeviceGpu, RasterizerStatesCullCounterClockwiseAndDrawWireframes) {
+  MEDIA_REQUIRE_GPU();
+  constexpr std::uint32_t kSide = 16;
+  // Upper left half clockwise on the screen, red; lower right half anticlockwise, green.
+  Media::VertexListTrianglePosColor list;
+  for (const Media::XYZ_COL& v : {Media::XYZ_COL{-1, 1, 0, 1, 0, 0, 1}, {1, 1, 0, 1, 0, 0, 1}, {-1, -1, 0, 1, 0, 0, 1},
+                                  {1, 1, 0, 0, 1, 0, 1}, {-1, -1, 0, 0, 1, 0, 1}, {1, -1, 0, 0, 1, 0, 1}}) {
+    list.push(v);
+  }
+  struct Case {
+    std::size_t state;
+    bool redInside, greenInside;
+  };
+  onGpu([&] {
+    Media::PixelShader shader(gpu());
+    shader.load(passThrough("COLOR"));
+    ASSERT_EQ(shader.drawPath(), Media::DrawPath::None);
+    for (const Case& c : {Case{0, true, true}, Case{1, true, false}, Case{2, false, false}}) {
+      Media::ResourceBuffer target(gpu(), kSide, kSide);
+      target.clear({0, 0, 0, 0});
+      gpu().setRenderTarget(target);
+      gpu().setRasterizerState(c.state);
+      gpu().setBlendState(Media::kBlendStateNone, std::nullopt);
+      gpu().frameDraw().twoVectorShader().use();
+      shader.use();
+      list.draw(gpu());
+      gpu().clearRenderTarget();
+      const std::vector<float> result = MediaTest::fromHalfPixels(readBack(target));
+      const float* red = &result[(3 * kSide + 3) * 4];
+      const float* green = &result[(12 * kSide + 12) * 4];
+      EXPECT_EQ(red[0], c.redInside ? 1.0f : 0.0f) << "state " << c.state;
+      EXPECT_EQ(red[3], c.redInside ? 1.0f : 0.0f) << "state " << c.state;
+      EXPECT_EQ(green[1], c.greenInside ? 1.0f : 0.0f) << "state " << c.state;
+      if (c.state == 2) {
+        // Only the edges are drawn: the diagonal crosses the frame.
+        EXPECT_GT(result[(7 * kSide + 8) * 4 + 3] + result[(8 * kSide + 7) * 4 + 3] + result[(7 * kSide + 7) * 4 + 3] +
+                      result[(8 * kSide + 8) * 4 + 3],
+                  0.0f);
+      }
+    }
+    gpu().setRasterizerState(0);
   });
 }
 

@@ -1,25 +1,42 @@
-// The device's logic over a recording back end: the GPU thread, buffer life cycles, the
-// pipeline state memory and what a pass binds and clears.
+// The device's logic over a recording back end: its start and the settings it reads,
+// the GPU thread, buffer life cycles, the pipeline state memory and what a pass binds
+// and clears.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <thread>
 
+#include "media/ComputeShader.h"
 #include "media/ConstantBufferCommon.h"
 #include "media/DeviceFakeBackend.h"
 #include "media/GraphicsDevice.h"
+#include "media/GraphicsService.h"
 #include "media/PixelShader.h"
 #include "media/RenderBuffer.h"
 #include "media/ResourceBuffer.h"
 #include "media/VertexList.h"
 #include "system/Exception.h"
+#include "system/IniFile.h"
 
 namespace {
 
 using Media::Format;
 using MediaTest::FakeBackend;
+
+// What `work` threw as an E; a failure where it threw nothing.
+template <class E>
+std::optional<E> thrown(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const E& e) {
+    return e;
+  }
+  ADD_FAILURE() << "nothing thrown";
+  return std::nullopt;
+}
 
 class DeviceLogic : public ::testing::Test {
  protected:
@@ -75,38 +92,55 @@ TEST(DeviceStart, BackEndThatCannotStartFailsTheConstructor) {
   EXPECT_THROW(Media::GraphicsDevice(failing, {}), System::HResultException);
 }
 
+TEST(DeviceStart, SettingsComeFromTheSystemFile) {
+  const auto read = [](const std::string& lines) {
+    System::IniFile file;
+    file.loadMemory("[Config]\r\n" + lines);
+    return Media::GraphicsService::readSettings(file.section("Config"));
+  };
+  const Media::DeviceSettings settings = read("PixelFormat=28\r\nShadowBufferSize=1024\r\n");
+  EXPECT_EQ(settings.pixelFormat, Media::Format::Rgba8Unorm);
+  EXPECT_EQ(settings.maskFormat, Media::Format::A8Unorm);
+  EXPECT_EQ(settings.shadowBufferSize, 1024u);
+
+  for (const char* broken : {"PixelFormat=10\r\n", "ShadowBufferSize=large\r\n"}) {
+    const auto failure = thrown<System::Exception>([&] { read(broken); });
+    ASSERT_TRUE(failure) << broken;
+    EXPECT_NE(failure->text().find("ini file parameter invalid format(int) or undefined."), std::string::npos);
+  }
+  EXPECT_THROW(read("PixelFormat=12\r\nShadowBufferSize=1024\r\n"), System::NoteException);
+}
+
 TEST_F(DeviceLogic, OnlyTheDrawableFormatsBecomeTargets) {
   gpu([&] {
     Media::ResourceBuffer image(device_, 4, 4, Format::Rgba8Unorm);
-    try {
-      image.renderTargetView();
-      ADD_FAILURE() << "format 28 is not drawable with pixel format 10";
-    } catch (const System::HResultException& e) {
-      EXPECT_NE(e.text().find("glCheckNamedFramebufferStatus() failed"), std::string::npos);
-      EXPECT_NE(e.text().find("Media::ResourceBuffer::createRenderTargetView"), std::string::npos);
-    }
+    // Format 28 is not drawable with pixel format 10.
+    const auto view = thrown<System::HResultException>([&] { image.renderTargetView(); });
+    ASSERT_TRUE(view);
+    EXPECT_NE(view->text().find("glCheckNamedFramebufferStatus() failed"), std::string::npos);
+    EXPECT_NE(view->text().find("Media::ResourceBuffer::createRenderTargetView"), std::string::npos);
     for (Format format : {Format::Rgba16Float, Format::A8Unorm, Format::R32Float, Format::Rg32Float}) {
       Media::ResourceBuffer target(device_, 4, 4, format);
       EXPECT_NE(target.renderTargetView(), 0u);
     }
     Media::RenderBuffer frame(device_, 4, 4);
     std::vector<std::uint8_t> pixels(64);
-    try {
-      frame.copyToRGBA(pixels.data());
-      ADD_FAILURE() << "a frame in format 10 has no 32-bit copy";
-    } catch (const System::NoteException& e) {
-      EXPECT_EQ(e.message(), "invalid pixel format.");
-      EXPECT_NE(e.text().find("Media::RenderBuffer::copyToRGBA"), std::string::npos);
-    }
+    // A frame in format 10 has no 32-bit copy.
+    const auto copy = thrown<System::NoteException>([&] { frame.copyToRGBA(pixels.data()); });
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(copy->message(), "invalid pixel format.");
+    EXPECT_NE(copy->text().find("Media::RenderBuffer::copyToRGBA"), std::string::npos);
   });
 }
 
 TEST_F(DeviceLogic, BufferSizesAndTexturesFollowTheRules) {
   gpu([&] {
-    Media::ResourceBuffer wide(device_, 20000, 100);
+    Media::ResourceBuffer wide(device_, 20000, 100), edge(device_, 16384, 0);
     EXPECT_EQ(wide.width(), 16384u);
     EXPECT_EQ(wide.height(), 100u);
     EXPECT_EQ(fake_->liveTextures.at(wide.texture()), 16384u);
+    EXPECT_EQ(edge.width(), 16384u);
+    EXPECT_EQ(edge.height(), 0u);
 
     Media::ResourceBuffer empty(device_, 0, 0);
     EXPECT_TRUE(empty.empty());
@@ -123,24 +157,20 @@ TEST_F(DeviceLogic, CopyFromRgbaOnlyFillsAnEmptyBufferWith32BitPixels) {
     EXPECT_EQ(buffer.width(), 2u);
     EXPECT_EQ(buffer.format(), Format::Bgra8Unorm);
     const Media::GpuId texture = buffer.texture();
-    try {
-      buffer.copyFromRGBA(Format::Rgba8Unorm, pixels.data(), 1, 1);
-      ADD_FAILURE() << "a second copy must be refused";
-    } catch (const System::NoteException& e) {
-      EXPECT_EQ(e.message(), "already allocated resource buffer.");
-      EXPECT_NE(e.text().find("Media::ResourceBuffer::copyFromRGBA"), std::string::npos);
-    }
+    const auto second = thrown<System::NoteException>(
+        [&] { buffer.copyFromRGBA(Format::Rgba8Unorm, pixels.data(), 1, 1); });
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->message(), "already allocated resource buffer.");
+    EXPECT_NE(second->text().find("Media::ResourceBuffer::copyFromRGBA"), std::string::npos);
     EXPECT_EQ(buffer.texture(), texture);
     EXPECT_EQ(buffer.width(), 2u);
     EXPECT_EQ(buffer.format(), Format::Bgra8Unorm);
 
     Media::ResourceBuffer other(device_);
-    try {
-      other.copyFromRGBA(Format::Rgba16Float, pixels.data(), 1, 1);
-      ADD_FAILURE() << "only 32-bit formats may be copied";
-    } catch (const System::NoteException& e) {
-      EXPECT_EQ(e.message(), "invalid pixel format.");
-    }
+    const auto half = thrown<System::NoteException>(
+        [&] { other.copyFromRGBA(Format::Rgba16Float, pixels.data(), 1, 1); });
+    ASSERT_TRUE(half);  // only 32-bit formats may be copied
+    EXPECT_EQ(half->message(), "invalid pixel format.");
     EXPECT_TRUE(other.empty());
   });
 }
@@ -158,7 +188,7 @@ TEST_F(DeviceLogic, BufferMadeOffTheGpuThreadCreatesItsTextureAtFirstUse) {
   gpu([&] { EXPECT_TRUE(fake_->liveTextures.empty()); });
 }
 
-TEST_F(DeviceLogic, SameSizeKeepsTheViewsAndANewSizeRemakesThem) {
+TEST_F(DeviceLogic, FrameKeepsItsViewsAtTheSameSizeAndMakesAuxiliaryBuffersOnce) {
   gpu([&] {
     Media::RenderBuffer frame(device_, 8, 6);
     const Media::GpuId texture = frame.texture();
@@ -170,12 +200,7 @@ TEST_F(DeviceLogic, SameSizeKeepsTheViewsAndANewSizeRemakesThem) {
     EXPECT_NE(frame.texture(), texture);
     EXPECT_EQ(fake_->liveTextures.count(texture), 0u);
     EXPECT_EQ(frame.width(), 9u);
-  });
-}
 
-TEST_F(DeviceLogic, AuxiliaryBuffersAreMadeOnceInTheirFormats) {
-  gpu([&] {
-    Media::RenderBuffer frame(device_, 8, 6);
     Media::ResourceBuffer& depth = frame.depthBuffer();
     EXPECT_EQ(&frame.depthBuffer(), &depth);
     EXPECT_EQ(depth.format(), Format::R32Float);
@@ -187,10 +212,11 @@ TEST_F(DeviceLogic, AuxiliaryBuffersAreMadeOnceInTheirFormats) {
   });
 }
 
-TEST_F(DeviceLogic, LikePassesSetTheirStatesOnce) {
+TEST_F(DeviceLogic, LikePassesSetTheirStatesOnceAndOtherSignaturesDoNotDraw) {
   gpu([&] {
-    Media::PixelShader shader(device_);
+    Media::PixelShader shader(device_), other(device_);
     shader.load(pixelShader({{"SV_Position", 0, 15, Media::ComponentType::Float32}}));
+    other.load(pixelShader({{"COLOR", 0, 15, Media::ComponentType::Float32}}));
     Media::ResourceBuffer source(device_, 4, 4), target(device_, 4, 4);
     fake_->calls.clear();
     shader.draw(target, {&source});
@@ -209,16 +235,9 @@ TEST_F(DeviceLogic, LikePassesSetTheirStatesOnce) {
     shader.draw(target, {&source}, {nullptr, 0, std::nullopt});
     EXPECT_EQ(count("blend"), 3u);
     EXPECT_EQ(fake_->lastBlendEnable, 1u);
-  });
-}
 
-TEST_F(DeviceLogic, ShaderWithAnotherSignatureHasNoDrawFunction) {
-  gpu([&] {
-    Media::PixelShader shader(device_);
-    shader.load(pixelShader({{"COLOR", 0, 15, Media::ComponentType::Float32}}));
-    EXPECT_EQ(shader.drawPath(), Media::DrawPath::None);
-    Media::ResourceBuffer source(device_, 4, 4), target(device_, 4, 4);
-    EXPECT_THROW(shader.draw(target, {&source}), std::bad_function_call);
+    EXPECT_EQ(other.drawPath(), Media::DrawPath::None);
+    EXPECT_THROW(other.draw(target, {&source}), std::bad_function_call);
     EXPECT_TRUE(fake_->textureUnits.empty());  // cleared on the way out
     EXPECT_EQ(fake_->boundTarget, 0u);
   });
@@ -244,6 +263,28 @@ TEST_F(DeviceLogic, SingleQuadReusesTheSharedBufferAndTwoQuadsMakeTwelveVertices
     EXPECT_EQ(fake_->buffersLive, live);  // the temporary buffer is released
     EXPECT_EQ(fake_->drawCounts.back(), 12u);
   });
+}
+
+// An image's format follows the buffer bound at its register: one program per format met,
+// made once and kept.
+TEST_F(DeviceLogic, ComputeProgramFollowsTheFormatOfTheBoundImage) {
+  Media::CompiledShader shader;
+  shader.stage = Media::ShaderStage::Compute;
+  shader.glsl = "layout(binding = 0, SORVEL_IMAGE_FORMAT_0) uniform image2D target;";
+  shader.images = {{0, 0}};
+  gpu([&] {
+    Media::ComputeShader compute(device_);
+    compute.load(shader);
+    Media::ResourceBuffer colour(device_, 3, 3, Format::Rgba16Float);
+    Media::ResourceBuffer mask(device_, 3, 3, Format::A8Unorm);
+    for (Media::ResourceBuffer* target : {&colour, &mask, &colour}) {
+      device_.setComputeTarget(0, *target);
+      compute.dispatch(1, 1, 1);
+    }
+  });
+  ASSERT_EQ(fake_->shaderSources.size(), 2u);
+  EXPECT_NE(fake_->shaderSources[0].find("rgba16f"), std::string::npos);
+  EXPECT_NE(fake_->shaderSources[1].find("rgba8"), std::string::npos);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -19,6 +18,13 @@
 namespace Media {
 namespace {
 
+using MediaTest::expectImageNear;
+using MediaTest::gpu;
+using MediaTest::onGpu;
+using MediaTest::readImage;
+using MediaTest::testImage;
+using MediaTest::upload;
+
 // The default projection with focal length f for a w by h target after a translation
 // by (dx, dy, f): a vertex (x, y, 0) lands at pixel (x + dx + w / 2, y + dy + h / 2).
 // Row-vector matrix rows (2f/w, 0, 0, 0), (0, -2f/h, 0, 0), (0, 0, 0, 1),
@@ -27,18 +33,6 @@ SurfaceConstants placed(float w, float h, float dx, float dy, float alpha, std::
   constexpr float f = 1024.0f;
   return {{2 * f / w, 0, 0, 2 * f * dx / w, 0, -2 * f / h, 0, -2 * f * dy / h, 0, 0, 0, f / 20, 0, 0, 1, f},
           alpha, blend, {}, {}, 0.0f, {}};
-}
-
-// Premultiplied pixels in sixteenths (exact in half precision), alphas including 0.
-PassImage testImage(std::uint32_t width, std::uint32_t height, std::uint32_t seed) {
-  constexpr float kAlphas[] = {1.0f, 0.5f, 0.0f, 0.75f, 0.25f};
-  PassImage image(width, height);
-  for (std::uint32_t i = 0; i < width * height; ++i) {
-    const float a = kAlphas[(i * 3 + seed) % 5];
-    const auto spread = [&](std::uint32_t k) { return a * static_cast<float>((i + seed) * k % 17) / 16.0f; };
-    image.set(i % width, i / width, {spread(7), spread(11), spread(5), a});
-  }
-  return image;
 }
 
 Rgba sourceOver(const Rgba& s, const Rgba& d) {
@@ -54,38 +48,20 @@ VertexListQuadPosUv quad(float w, float h, float alphaFactor) {
   return list;
 }
 
-GraphicsDevice& gpu() {
-  std::string why;
-  return *MediaTest::gpuDevice(why);
-}
-
-void expectClose(const std::vector<float>& actual, const PassImage& expected) {
-  ASSERT_EQ(actual.size(), expected.pixels.size());
-  for (std::size_t i = 0; i < actual.size(); ++i) {
-    const float want = expected.pixels[i];
-    ASSERT_NEAR(actual[i], want, 2e-3f * std::fabs(want) + 2e-4f)
-        << "pixel (" << (i / 4) % expected.width << ", " << (i / 4) / expected.width << ") component " << i % 4;
-  }
-}
-
 // Draws a quad of `texture` (one of `w` by `h` pixels placed by dx, dy) onto `frame`
 // through a constant buffer, with a copy of the frame, and reads the target back.
-std::vector<float> drawQuad(const PassImage& frame, const PassImage& texture, float w, float h, float dx, float dy,
-                            float alpha, std::int32_t blend, float alphaFactor) {
-  GraphicsDevice& device = gpu();
-  std::vector<std::byte> bytes(frame.pixels.size() * 2);
-  device.run([&] {
-    SurfaceShaders shaders(device);
-    const auto upload = [&](const PassImage& image) {
-      return ResourceBuffer(device, image.width, image.height, Format::Rgba16Float, MediaTest::toHalfPixels(image.pixels));
-    };
-    ResourceBuffer target = upload(frame), frameCopy = upload(frame), image = upload(texture);
-    ConstantBufferCommon constants(device);
+PassImage drawQuad(const PassImage& frame, const PassImage& texture, float w, float h, float dx, float dy, float alpha,
+                   std::int32_t blend, float alphaFactor) {
+  PassImage result;
+  onGpu([&] {
+    SurfaceShaders shaders(gpu());
+    auto target = upload(frame), frameCopy = upload(frame), image = upload(texture);
+    ConstantBufferCommon constants(gpu());
     constants.create(placed(static_cast<float>(frame.width), static_cast<float>(frame.height), dx, dy, alpha, blend));
-    shaders.drawTextured(target, quad(w, h, alphaFactor), image, constants, {&frameCopy, 1, 0});
-    device.backend().readTexture(target.texture(), frame.width, frame.height, Format::Rgba16Float, bytes.data(), "");
+    shaders.drawTextured(*target, quad(w, h, alphaFactor), *image, constants, {frameCopy.get(), 1, 0});
+    result = readImage(*target);
   });
-  return MediaTest::fromHalfPixels(bytes);
+  return result;
 }
 
 class SurfaceShadersGpuTest : public ::testing::Test {
@@ -115,7 +91,8 @@ TEST_F(SurfaceShadersGpuTest, TexturedQuadComposesOverTheFrameByBlendMode) {
         expected.set(x + 2, y + 2, sourceOver(drawn, under));
       }
     }
-    expectClose(drawQuad(frame, texture, 4, 3, 0.5f, 1.0f, c.alpha, c.blend, c.alphaFactor), expected);
+    const PassImage actual = drawQuad(frame, texture, 4, 3, 0.5f, 1.0f, c.alpha, c.blend, c.alphaFactor);
+    expectImageNear(actual.pixels, expected, 2e-4f);
   }
 }
 
@@ -134,7 +111,7 @@ TEST_F(SurfaceShadersGpuTest, MinifiedTextureAveragesTapsOverTheFootprint) {
     }
     expected.set(p % 3 + 1, p / 3 + 1, sum);
   }
-  expectClose(drawQuad(PassImage(5, 4), texture, 3, 2, 0.0f, 0.0f, 1.0f, 0, 1.0f), expected);
+  expectImageNear(drawQuad(PassImage(5, 4), texture, 3, 2, 0.0f, 0.0f, 1.0f, 0, 1.0f).pixels, expected, 2e-4f);
 }
 
 // The triangle (0, 0), (5, 0), (0, 4) in pixels of a 7 by 5 frame covers the pixels whose
@@ -156,22 +133,21 @@ TEST_F(SurfaceShadersGpuTest, ColoredTriangleCoversItsPixelsAndCullsBackFaces) {
       const std::uint32_t x = i % 7, y = i / 7;
       expected.set(x, y, c.drawn && 4 * x + 5 * y <= 15 ? sourceOver(drawn, background) : background);
     }
-    GraphicsDevice& device = gpu();
     std::vector<std::byte> bytes;
-    device.run([&] {
-      SurfaceShaders shaders(device);
-      RenderBuffer target(device, 7, 5, Format::Rgba16Float);
+    onGpu([&] {
+      SurfaceShaders shaders(gpu());
+      RenderBuffer target(gpu(), 7, 5, Format::Rgba16Float);
       target.clear(background);
       const auto frameCopy = target.toResourceBuffer();
       constexpr float kCorners[3][2] = {{0, 0}, {5, 0}, {0, 4}};
       VertexListTrianglePosColor triangle;
       for (int k : c.order) triangle.push({kCorners[k][0] - 3.5f, kCorners[k][1] - 2.5f, 0, 0.2f, 0.6f, 1.0f, 0.5f});
-      ConstantBufferCommon constants(device);
+      ConstantBufferCommon constants(gpu());
       constants.create(placed(7, 5, 0.0f, 0.0f, 0.8f, 1));
       shaders.drawColored(target, triangle, constants, {frameCopy.get(), 0, c.rasterizer});
       bytes = target.readPixels();
     });
-    expectClose(MediaTest::fromHalfPixels(bytes), expected);
+    expectImageNear(MediaTest::fromHalfPixels(bytes), expected, 2e-4f);
   }
 }
 

@@ -11,26 +11,22 @@ using Media::XYZ_COL_NORM;
 
 XYZ_COL corner(float x, float y, float z, float tag) { return {x, y, z, tag, 0, 0, 0}; }
 
-TEST(VertexListSplit, QuadBecomesP0P1P3AndP3P1P2) {
-  const XYZ_COL quad[4] = {corner(0, 0, 0, 0), corner(1, 0, 0, 1), corner(1, 1, 0, 2), corner(0, 1, 0, 3)};
-  XYZ_COL six[6];
-  Media::splitQuad(quad, six);
-  const float expected[6] = {0, 1, 3, 3, 1, 2};
-  for (int i = 0; i < 6; ++i) EXPECT_EQ(six[i].r, expected[i]) << i;
-}
-
-TEST(VertexListSplit, FlatQuadGetsItsUnitNormalAndKeepsItsData) {
+TEST(VertexListSplit, QuadBecomesP0P1P3AndP3P1P2AndAFlatOneGetsItsUnitNormal) {
   // In the x-y plane; (p1 - p0) x (p3 - p0) = x by y = +z.
   const XYZ_COL quad[4] = {corner(0, 0, 2, 0), corner(2, 0, 2, 1), corner(2, 2, 2, 2), corner(0, 2, 2, 3)};
-  XYZ_COL_NORM six[6];
-  Media::splitQuadWithNormal(quad, six);
-  for (const XYZ_COL_NORM& v : six) {
-    EXPECT_FLOAT_EQ(v.nx, 0);
-    EXPECT_FLOAT_EQ(v.ny, 0);
-    EXPECT_FLOAT_EQ(v.nz, 1);
+  XYZ_COL six[6];
+  XYZ_COL_NORM lit[6];
+  Media::splitQuad(quad, six);
+  Media::splitQuadWithNormal(quad, lit);
+  const float expected[6] = {0, 1, 3, 3, 1, 2};
+  for (int i = 0; i < 6; ++i) {
+    EXPECT_EQ(six[i].r, expected[i]) << i;
+    EXPECT_EQ(lit[i].r, expected[i]) << i;  // the data stays with its corner
+    EXPECT_EQ(lit[i].z, 2) << i;
+    EXPECT_FLOAT_EQ(lit[i].nx, 0) << i;
+    EXPECT_FLOAT_EQ(lit[i].ny, 0) << i;
+    EXPECT_FLOAT_EQ(lit[i].nz, 1) << i;
   }
-  EXPECT_EQ(six[2].r, 3);
-  EXPECT_EQ(six[2].z, 2);
 }
 
 TEST(VertexListSplit, FoldedQuadIsSplitAlongTheOtherDiagonal) {
