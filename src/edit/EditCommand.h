@@ -136,6 +136,9 @@ class EditCommand {
   // One section that changes the settings of one row, logged with the row and `value`.
   void changeLayerInfo(std::int32_t layer, const char* command, const char* format, int value,
                        const std::function<void(LayerInfo& info)>& change);
+  // Camera and clipping: `flag` takes `enable`, and turning it on clears `other`.
+  void setExclusiveFlag(const std::shared_ptr<Object>& object, bool enable, const char* command, const char* format,
+                        bool Object::*flag, bool Object::*other);
   // One section for a switch over several objects, each changed by `change`.
   void switchObjects(const std::vector<std::shared_ptr<Object>>& objects,
                      const std::function<void(UndoRecorder* undo, Object& object)>& change);

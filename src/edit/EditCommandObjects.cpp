@@ -164,25 +164,23 @@ void EditCommand::setLockObject(const std::shared_ptr<Object>& object, bool lock
 }
 
 void EditCommand::setEnableCameraObject(const std::shared_ptr<Object>& object, bool enable) {
-  if (!object) return;
-  System::Log::info(place("setEnableCameraObject").c_str(), "set enable camera layer=%d frame=%d enable=%d",
-                    object->layer, object->start, enable ? 1 : 0);
-  EditSection section(edit_);
-  if (UndoRecorder* undo = section.recordUndo()) undo->addObjectFlag(object);
-  object->camera = enable;
-  if (enable) object->clipping = false;
-  section.setChangedObject(object);
-  requestPanels(section);
+  setExclusiveFlag(object, enable, "setEnableCameraObject", "set enable camera layer=%d frame=%d enable=%d",
+                   &Object::camera, &Object::clipping);
 }
 
 void EditCommand::setEnableClippingObject(const std::shared_ptr<Object>& object, bool enable) {
+  setExclusiveFlag(object, enable, "setEnableClippingObject", "set enable clipping layer=%d frame=%d enable=%d",
+                   &Object::clipping, &Object::camera);
+}
+
+void EditCommand::setExclusiveFlag(const std::shared_ptr<Object>& object, bool enable, const char* command,
+                                   const char* format, bool Object::*flag, bool Object::*other) {
   if (!object) return;
-  System::Log::info(place("setEnableClippingObject").c_str(), "set enable clipping layer=%d frame=%d enable=%d",
-                    object->layer, object->start, enable ? 1 : 0);
+  System::Log::info(place(command).c_str(), format, object->layer, object->start, enable ? 1 : 0);
   EditSection section(edit_);
   if (UndoRecorder* undo = section.recordUndo()) undo->addObjectFlag(object);
-  object->clipping = enable;
-  if (enable) object->camera = false;
+  (*object).*flag = enable;
+  if (enable) (*object).*other = false;
   section.setChangedObject(object);
   requestPanels(section);
 }

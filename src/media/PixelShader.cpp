@@ -45,6 +45,17 @@ class PassBindings {
   std::size_t bound_ = 0;
 };
 
+// The textures of a draw's sources, at most as many as a pass binds.
+struct SourceTextures {
+  explicit SourceTextures(std::initializer_list<ResourceBuffer*> sources) {
+    for (ResourceBuffer* source : sources) {
+      if (count < ids.size()) ids[count++] = source->texture();
+    }
+  }
+  std::array<GpuId, kMaxSources> ids{};
+  std::size_t count = 0;
+};
+
 }  // namespace
 
 PixelShader::PixelShader(GraphicsDevice& device) : device_(&device) {}
@@ -89,13 +100,9 @@ void PixelShader::drawFrame(const PassOptions& options, const GpuId* sources, st
 
 void PixelShader::draw(ResourceBuffer& target, std::initializer_list<ResourceBuffer*> sources,
                        const PassOptions& options) {
-  std::array<GpuId, kMaxSources> textures{};
-  std::size_t count = 0;
-  for (ResourceBuffer* source : sources) {
-    if (count < kMaxSources) textures[count++] = source->texture();
-  }
+  const SourceTextures textures(sources);
   device_->setRenderTarget(target);
-  drawFrame(options, textures.data(), count);
+  drawFrame(options, textures.ids.data(), textures.count);
 }
 
 void PixelShader::draw(ResourceBuffer& target, RenderBuffer& source, const PassOptions& options) {
@@ -106,13 +113,9 @@ void PixelShader::draw(ResourceBuffer& target, RenderBuffer& source, const PassO
 
 void PixelShader::draw(RenderBuffer& target, std::initializer_list<ResourceBuffer*> sources,
                        const PassOptions& options) {
-  std::array<GpuId, kMaxSources> textures{};
-  std::size_t count = 0;
-  for (ResourceBuffer* source : sources) {
-    if (count < kMaxSources) textures[count++] = source->texture();
-  }
+  const SourceTextures textures(sources);
   device_->setRenderTarget(target);
-  drawFrame(options, textures.data(), count);
+  drawFrame(options, textures.ids.data(), textures.count);
 }
 
 void PixelShader::draw(RenderBuffer& target, GpuId source, const PassOptions& options) {

@@ -11,17 +11,11 @@
 #include <string>
 #include <vector>
 
+#include "ProjectBench.h"
 #include "edit/EditCommand.h"
 #include "edit/EditPrompt.h"
 #include "edit/EditSection.h"
-#include "edit/EditService.h"
-#include "edit/EffectManager.h"
-#include "edit/Object.h"
-#include "edit/ProjectFile.h"
-#include "edit/Scene.h"
-#include "effect/EffectService.h"
 #include "system/Log.h"
-#include "undo/UndoService.h"
 
 namespace CommandTest {
 
@@ -53,14 +47,8 @@ class ScriptedPrompt final : public Edit::EditPrompt {
 
 using Request = Edit::EditSection::Request;
 
-class CommandTestBase : public ::testing::Test {
+class CommandTestBase : public ProjectTest::ProjectBench {
  protected:
-  static void SetUpTestSuite() { effects = new Effect::EffectService(); }
-  static void TearDownTestSuite() {
-    delete effects;
-    effects = nullptr;
-  }
-
   void SetUp() override {
     System::Log::setHandler([this](const System::Log::Type&, const char* where, const char* message) {
       log.push_back(std::string(where) + ": " + message);
@@ -74,18 +62,6 @@ class CommandTestBase : public ::testing::Test {
     });
   }
   void TearDown() override { System::Log::resetHandler(); }
-
-  Edit::Scene& scene() { return *edit.currentScene(); }
-  std::string text() { return Edit::ProjectFile::write(edit.project()); }
-
-  std::shared_ptr<Edit::Object> place(std::int32_t layer, std::int32_t start, std::int32_t end,
-                                      std::initializer_list<const wchar_t*> keys = {L"図形"}) {
-    Edit::EditSection section(edit);
-    section.request(Request::Update);
-    auto object = scene().createEmptyObject(layer, start, end);
-    for (const wchar_t* key : keys) Edit::EffectManager(*object, *effects).addEffect(key);
-    return object;
-  }
 
   void select(std::initializer_list<std::shared_ptr<Edit::Object>> objects) {
     for (const auto& object : objects) {
@@ -109,9 +85,6 @@ class CommandTestBase : public ::testing::Test {
     requests.clear();
   }
 
-  inline static Effect::EffectService* effects = nullptr;
-  Edit::EditService edit;
-  Undo::UndoService undo{edit};
   ScriptedPrompt prompt;
   Edit::EditCommand command{edit, *effects, prompt};
   std::vector<std::string> log;

@@ -37,7 +37,7 @@ TEST_F(EditCommandTest, CommandsWithoutTargetsDoNothingAndLogNothing) {
   EXPECT_TRUE(log.empty());
   EXPECT_TRUE(requests.empty());
   EXPECT_EQ(text(), before);
-  EXPECT_FALSE(undo.canUndo());
+  EXPECT_FALSE(history.canUndo());
   EXPECT_EQ(prompt.lengths.size(), 2u);  // nobody was asked
 
   // An object on a locked row is a target only for what leaves it as it is.
@@ -82,7 +82,7 @@ TEST_F(EditCommandTest, SplitCutsTheTargetsThatHoldTheFrameAndGivesEachSideItsGr
   EXPECT_EQ(requests.back(), (std::vector<Request>{Request::Update, Request::Time, Request::Object, Request::Focus}));
 
   // One undo brings back the very objects that were split, in their group.
-  undo.undo();
+  history.undo();
   EXPECT_EQ(text(), before);
   EXPECT_EQ(scene().getLayer(0).objects.front(), a);
   EXPECT_EQ(a->group, group);
@@ -134,7 +134,7 @@ TEST_F(EditCommandTest, RangeCutKeepsWhatLiesOutsideAndTakesWhatLiesInside) {
   Spans taken;
   for (const auto& piece : edit.clipboard().objects()) taken.emplace_back(piece->start, piece->end);
   EXPECT_EQ(taken, (Spans{{10, 19}, {10, 14}, {15, 19}, {12, 17}}));
-  undo.undo();
+  history.undo();
   EXPECT_EQ(text(), before);
 
   // With ripple the pieces' stretches close and the cursor, in the range, goes to its
@@ -181,7 +181,7 @@ TEST_F(EditCommandTest, GroupsNeedTwoSelectedObjects) {
   EXPECT_EQ(requests.back(), std::vector<Request>{});
   command.clearGroup();
   EXPECT_EQ(a->group, nullptr);
-  undo.undo();
+  history.undo();
   EXPECT_EQ(a->group, b->group);
 }
 
@@ -265,7 +265,7 @@ TEST_F(EditCommandTest, RowsComeBackWithTheirObjects) {
   command.deleteLayer(0);
   EXPECT_EQ(a->layer, -1);
   EXPECT_EQ(b->layer, 0);
-  undo.undo();
+  history.undo();
   EXPECT_EQ(text(), before);
   command.insertLayer(0);
   EXPECT_EQ(a->layer, 1);

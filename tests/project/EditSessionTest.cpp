@@ -69,7 +69,7 @@ class EditSessionTest : public CommandTestBase {
   void undoAll(bool redo) {
     for (const std::int32_t id : {1, 0}) {
       switchScene(id);
-      while (redo ? undo.canRedo() : undo.canUndo()) redo ? undo.redo() : undo.undo();
+      while (redo ? history.canRedo() : history.canUndo()) redo ? history.redo() : history.undo();
     }
   }
 };

@@ -29,6 +29,8 @@
 #include "undo/UndoItemTemplate.h"
 #include "undo/UndoService.h"
 
+#include "ProjectBench.h"
+
 namespace {
 
 using Edit::Object;
@@ -61,24 +63,8 @@ void expectItemCountNote(const std::function<void()>& call, const std::string& p
   }
 }
 
-class UndoStatesTest : public ::testing::Test {
+class UndoStatesTest : public ProjectTest::ProjectBench {
  protected:
-  static void SetUpTestSuite() { effects = new Effect::EffectService(); }
-  static void TearDownTestSuite() { delete std::exchange(effects, nullptr); }
-
-  Edit::Scene& scene() { return *edit.currentScene(); }
-  std::string text() const { return Edit::ProjectFile::write(edit.project()); }
-
-  // An object with a chain made through the menu path, outside any record.
-  std::shared_ptr<Object> place(std::int32_t layer, std::int32_t start, std::int32_t end,
-                                std::initializer_list<const wchar_t*> keys = {L"図形"}) {
-    Edit::EditSection section(edit);
-    section.request(Request::Update);
-    auto object = scene().createEmptyObject(layer, start, end);
-    for (const wchar_t* key : keys) Edit::EffectManager(*object, *effects).addEffect(key);
-    return object;
-  }
-
   // Runs `change` as one recorded action; undo must give back the text from before it
   // and redo the text from after it.
   template <class Change>
@@ -97,10 +83,6 @@ class UndoStatesTest : public ::testing::Test {
     history.redo();
     EXPECT_EQ(text(), after);
   }
-
-  static inline Effect::EffectService* effects = nullptr;
-  Edit::EditService edit;
-  Undo::UndoService history{edit};
 };
 
 TEST_F(UndoStatesTest, ObjectUpdateMovesTheObjectBetweenRows) {
