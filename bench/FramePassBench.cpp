@@ -45,7 +45,7 @@ struct Bench {
       return;
     }
     device->run([this] {
-      passes = std::make_unique<FramePasses>(*device);
+      passes = std::make_unique<FramePasses>(*device, kWidth, kHeight);
       for (std::uint32_t i = 0; i < kLayers; ++i) {
         layers.push_back(std::make_unique<ResourceBuffer>(*device, kWidth, kHeight));
         const float a = 0.25f + 0.04f * static_cast<float>(i);

@@ -11,8 +11,11 @@ ComputeShader::ComputeShader(GraphicsDevice& device) : device_(&device) {}
 ComputeShader::~ComputeShader() = default;
 
 void ComputeShader::load(const CompiledShader& shader) {
-  programs_ = std::make_unique<ShaderVariants>(*device_, shader, "glCreateShaderProgramv",
-                                               "Media::ComputeShader::loadFromMemory");
+  // Loading may happen on any thread; the program is made on the GPU thread.
+  device_->run([&] {
+    programs_ = std::make_unique<ShaderVariants>(*device_, shader, "glCreateShaderProgramv",
+                                                 "Media::ComputeShader::loadFromMemory");
+  });
 }
 
 void ComputeShader::dispatch(std::uint32_t x, std::uint32_t y, std::uint32_t z,
@@ -22,7 +25,7 @@ void ComputeShader::dispatch(std::uint32_t x, std::uint32_t y, std::uint32_t z,
   GraphicsBackend& backend = device_->backend();
   for (const ShaderConstantBinding& constant : shader.constants) {
     if (constant.slot < constants.size() && constants.begin()[constant.slot]) {
-      backend.bindConstantBuffer(constant.binding, constants.begin()[constant.slot]->buffer());
+      backend.bindConstantBuffer(constant.binding, constants.begin()[constant.slot]->bufferFor(constant.sizeInBytes));
     }
   }
   for (const ShaderTextureBinding& binding : shader.textures) {
@@ -34,6 +37,7 @@ void ComputeShader::dispatch(std::uint32_t x, std::uint32_t y, std::uint32_t z,
   }
   device_->useShader(ShaderStage::Compute, programs_->bindImagesAndGetProgram());
   backend.dispatch(x, y, z);
+  programs_->unbindImages();
   for (const ShaderTextureBinding& binding : shader.textures) {
     if (binding.textureSlot < sources.size()) backend.bindTexture(binding.unit, 0);
   }

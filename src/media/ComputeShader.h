@@ -1,6 +1,7 @@
 // A compute shader. Its read-write images are those the device holds at the shader's
 // image registers (setComputeTarget); sources and constants are given to dispatch.
-// Used on the GPU thread; may be destroyed on any thread while the device lives.
+// Loaded on any thread, used on the GPU thread; may be destroyed on any thread while the
+// device lives.
 #pragma once
 
 #include <cstdint>

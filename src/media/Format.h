@@ -25,16 +25,21 @@ enum class Format : std::uint32_t {
 
 struct FormatInfo {
   Format format;
-  const char* name;             // the name that logs and bug reports use
-  std::uint32_t bytesPerPixel;  // of the CPU image: what an upload reads and a read-back writes
-  const char* imageQualifier;   // how a shader declares it as a read-write image
+  const char* name;              // the name that logs and bug reports use
+  std::uint32_t bytesPerBlock;   // of the CPU image: what an upload reads and a read-back writes
+  std::uint32_t pixelsPerBlock;  // YUY2 keeps two pixels in one four-byte block
+  const char* imageQualifier;    // how a shader declares it as a read-write image
 };
 
 // The entry of a known format; nullptr for a number outside the table.
 const FormatInfo* findFormat(std::uint32_t number) noexcept;
 const FormatInfo* findFormat(Format format) noexcept;
 
-// Bytes of one tight row of a CPU image; 0 for an unknown format.
+// Bytes of one tight row of a CPU image; 0 for an unknown format. A YUY2 row of odd
+// width ends in a whole block, its second pixel padding.
 std::size_t rowBytes(Format format, std::uint32_t width) noexcept;
+
+// A mask holds alpha alone: it reads as (0, 0, 0, a) whatever is drawn or cleared into it.
+constexpr bool isAlphaOnly(Format format) noexcept { return format == Format::A8Unorm; }
 
 }  // namespace Media

@@ -26,6 +26,11 @@ enum class Topology : std::uint8_t { PointList, TriangleList, TriangleStrip };
 
 using Color = std::array<float, 4>;
 
+// What a clear stores in a texture of `format`: a mask keeps alpha alone.
+constexpr Color maskedColor(Format format, const Color& color) noexcept {
+  return isAlphaOnly(format) ? Color{0.0f, 0.0f, 0.0f, color[3]} : color;
+}
+
 class GraphicsBackend {
  public:
   virtual ~GraphicsBackend() = default;
@@ -48,9 +53,17 @@ class GraphicsBackend {
   // Fills the whole texture with one colour, converted to the texture's format.
   virtual void clearTexture(GpuId texture, const Color& color) = 0;
   virtual void copyTextureRegion(GpuId source, GpuId target, const CopyRegion& region) = 0;
-  // Reads a whole texture as tight rows of the CPU image of `format`.
-  virtual void readTexture(GpuId texture, std::uint32_t width, std::uint32_t height, Format format, void* out,
-                           const char* place) = 0;
+
+  // Read-back in two halves, so that the GPU copies while the GPU thread goes on with
+  // the next frame. beginRead queues a copy of the whole texture, as it is at this point
+  // of the command stream, into memory the CPU can read, and returns at once. waitRead
+  // waits until the copy is done and returns its bytes: tight rows of the CPU image of
+  // `format`, except that a mask comes as four bytes a pixel with its alpha last. The
+  // bytes stay valid, and may be read on any thread, until destroyRead.
+  virtual GpuId beginRead(GpuId texture, std::uint32_t width, std::uint32_t height, Format format,
+                          const char* place) = 0;
+  virtual const std::byte* waitRead(GpuId read, const char* place) = 0;
+  virtual void destroyRead(GpuId read) = 0;
 
   // A buffer of vertices or constants with its initial content.
   virtual GpuId createBuffer(const void* data, std::size_t size, const char* place) = 0;
@@ -63,10 +76,13 @@ class GraphicsBackend {
   virtual GpuId createInputLayout(const std::vector<InputElement>& layout, const char* place) = 0;
   virtual void destroyInputLayout(GpuId layout) = 0;
 
-  // Pipeline. setRenderTarget also sets the viewport to the whole target.
-  virtual void setRenderTarget(GpuId target, std::uint32_t width, std::uint32_t height) = 0;
+  // Pipeline. setRenderTarget also sets the viewport to the whole target; into a target
+  // of an alpha-only format only alpha is written. Target 0 unbinds.
+  virtual void setRenderTarget(GpuId target, std::uint32_t width, std::uint32_t height, Format format) = 0;
   virtual void bindTexture(std::uint32_t unit, GpuId texture) = 0;
   virtual void bindSampler(std::uint32_t unit, std::size_t samplerState) = 0;
+  // A texture as a read-write image; texture 0 unbinds the unit. What shaders write to
+  // images is made visible to whatever reads it next, by whatever means.
   virtual void bindImage(std::uint32_t unit, GpuId texture, Format format) = 0;
   virtual void bindConstantBuffer(std::uint32_t binding, GpuId buffer) = 0;
   virtual void setBlendState(const BlendStateDesc& state, const Color& factor) = 0;

@@ -5,6 +5,7 @@
 #include "media/FrameDrawResources.h"
 #include "media/RenderBuffer.h"
 #include "media/ResourceBuffer.h"
+#include "system/Exception.h"
 #include "system/Log.h"
 
 namespace Media {
@@ -127,6 +128,15 @@ void GraphicsDevice::post(std::function<void()> work) {
   wake_.notify_one();
 }
 
+void GraphicsDevice::requireGpuThread(const char* place) const {
+  if (!isGpuThread()) throw System::NoteException(place, "GPU work called off the GPU thread.");
+}
+
+GraphicsBackend& GraphicsDevice::backend() {
+  requireGpuThread("Media::GraphicsDevice::backend");
+  return *backend_;
+}
+
 void GraphicsDevice::releaseOnGpu(std::function<void()> work) {
   if (isGpuThread()) {
     work();
@@ -141,11 +151,13 @@ bool GraphicsDevice::isDrawable(Format format) const noexcept {
 }
 
 void GraphicsDevice::setRenderTarget(RenderBuffer& buffer) {
-  backend_->setRenderTarget(buffer.renderTargetView(), buffer.width(), buffer.height());
+  const GpuId target = buffer.renderTargetView();
+  backend().setRenderTarget(target, buffer.width(), buffer.height(), buffer.format());
 }
 
 void GraphicsDevice::setRenderTarget(ResourceBuffer& buffer) {
-  backend_->setRenderTarget(buffer.renderTargetView(), buffer.width(), buffer.height());
+  const GpuId target = buffer.renderTargetView();
+  backend().setRenderTarget(target, buffer.width(), buffer.height(), buffer.format());
 }
 
 void GraphicsDevice::setRenderTargetAndUnorderedAccess(RenderBuffer& buffer, std::uint32_t firstSlot,
@@ -159,6 +171,10 @@ void GraphicsDevice::setComputeTarget(std::uint32_t slot, ResourceBuffer& buffer
   images_.at(slot) = ImageView{buffer.unorderedAccessView(), buffer.format()};
 }
 
+void GraphicsDevice::setComputeTarget(std::uint32_t slot, RenderBuffer& buffer) {
+  images_.at(slot) = ImageView{buffer.unorderedAccessView(), buffer.format()};
+}
+
 GraphicsDevice::ImageView GraphicsDevice::imageAt(std::uint32_t slot) const noexcept {
   return slot < kImageSlots ? images_[slot] : ImageView{};
 }
@@ -169,31 +185,31 @@ void GraphicsDevice::forgetImage(GpuId texture) noexcept {
   }
 }
 
-void GraphicsDevice::clearRenderTarget() { backend_->setRenderTarget(0, 0, 0); }
+void GraphicsDevice::clearRenderTarget() { backend().setRenderTarget(0, 0, 0, Format::Unknown); }
 
 void GraphicsDevice::setRasterizerState(std::size_t index) {
   if (rasterizerState_ == index) return;
-  backend_->setRasterizerState(kRasterizerStates.at(index));
+  backend().setRasterizerState(kRasterizerStates.at(index));
   rasterizerState_ = index;
 }
 
 void GraphicsDevice::setBlendState(std::size_t index, const std::optional<Color>& factor) {
   if (blendState_ == index && !factor) return;
-  backend_->setBlendState(kBlendStates.at(index), factor.value_or(Color{1, 1, 1, 1}));
+  backend().setBlendState(kBlendStates.at(index), factor.value_or(Color{1, 1, 1, 1}));
   blendState_ = index;
 }
 
 void GraphicsDevice::useShader(ShaderStage stage, GpuId shader) {
   GpuId& current = shaders_[static_cast<std::size_t>(stage)];
   if (current == shader) return;
-  backend_->useShader(stage, shader);
+  backend().useShader(stage, shader);
   current = shader;
 }
 
 void GraphicsDevice::destroyShader(ShaderStage stage, GpuId shader) {
   GpuId& current = shaders_[static_cast<std::size_t>(stage)];
   if (current == shader) current = 0;
-  backend_->destroyShader(shader);
+  backend().destroyShader(shader);
 }
 
 void GraphicsDevice::setSampler(std::uint32_t slot, std::size_t state) { samplers_.at(slot) = state; }
@@ -204,15 +220,20 @@ std::size_t GraphicsDevice::samplerAt(std::uint32_t slot) const noexcept {
 
 void GraphicsDevice::drawVertices(Topology topology, GpuId inputLayout, const void* data, std::uint32_t stride,
                                   std::uint32_t count) {
+  GraphicsBackend& gpu = backend();
   const GpuId buffer =
-      backend_->createBuffer(data, static_cast<std::size_t>(stride) * count, "Media::GraphicsDevice::drawVertices");
-  backend_->draw(topology, inputLayout, buffer, stride, count);
-  backend_->destroyBuffer(buffer);
+      gpu.createBuffer(data, static_cast<std::size_t>(stride) * count, "Media::GraphicsDevice::drawVertices");
+  gpu.draw(topology, inputLayout, buffer, stride, count);
+  gpu.destroyBuffer(buffer);
+}
+
+void GraphicsDevice::drawPoints(const void* data, std::uint32_t stride, std::uint32_t count) {
+  if (count) drawVertices(Topology::PointList, inputLayout_, data, stride, count);
 }
 
 GpuId GraphicsDevice::singleQuadBuffer() {
   if (!singleQuadBuffer_) {
-    singleQuadBuffer_ = backend_->createBuffer(nullptr, kSingleQuadBytes, "Media::GraphicsDevice::singleQuadBuffer");
+    singleQuadBuffer_ = backend().createBuffer(nullptr, kSingleQuadBytes, "Media::GraphicsDevice::singleQuadBuffer");
   }
   return singleQuadBuffer_;
 }
@@ -222,6 +243,6 @@ FrameDrawResources& GraphicsDevice::frameDraw() {
   return *frameDraw_;
 }
 
-void GraphicsDevice::finish() { backend_->finish(); }
+void GraphicsDevice::finish() { backend().finish(); }
 
 }  // namespace Media

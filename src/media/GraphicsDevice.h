@@ -4,7 +4,8 @@
 // the work threw. It also remembers the pipeline state last set, so that a run of like
 // passes costs only the draws; whoever sets state through the back end by other means
 // must go through the setters here to keep that memory true. Any thread may call run(),
-// post() and the settings; everything else belongs to the GPU thread.
+// post() and the settings; everything else belongs to the GPU thread, and reaching the
+// back end from another thread throws rather than let the API fail silently there.
 #pragma once
 
 #include <array>
@@ -65,17 +66,21 @@ class GraphicsDevice {
   // owner may be destroyed on any thread while the device lives.
   void releaseOnGpu(std::function<void()> work);
 
-  // The back end; the GPU thread only.
-  GraphicsBackend& backend() noexcept { return *backend_; }
+  // The back end, on the GPU thread. Elsewhere it throws: a GL call there would act on
+  // no context and hand out id 0 without a word.
+  GraphicsBackend& backend();
 
+  // Draws into `buffer` from now on, over its whole size. A mask takes alpha alone.
   void setRenderTarget(RenderBuffer& buffer);
   void setRenderTarget(ResourceBuffer& buffer);
   // One render target and read-write images at consecutive units from firstSlot.
   void setRenderTargetAndUnorderedAccess(RenderBuffer& buffer, std::uint32_t firstSlot,
                                          std::initializer_list<ResourceBuffer*> views);
   // Records `buffer` as the read-write image of register `slot`; a shader binds it at
-  // its own image unit when it runs, in a program made for the buffer's format.
+  // its own image unit when it runs, in a program made for the buffer's format. The
+  // frame itself, a render buffer in the pixel format, is written in place this way.
   void setComputeTarget(std::uint32_t slot, ResourceBuffer& buffer);
+  void setComputeTarget(std::uint32_t slot, RenderBuffer& buffer);
   struct ImageView {
     GpuId texture = 0;
     Format format = Format::Unknown;
@@ -105,6 +110,8 @@ class GraphicsDevice {
   // Draws `count` vertices of `stride` bytes from `data` through a buffer made for the
   // draw and released after it.
   void drawVertices(Topology topology, GpuId inputLayout, const void* data, std::uint32_t stride, std::uint32_t count);
+  // The same as a list of points, with the input layout of the current vertex shader.
+  void drawPoints(const void* data, std::uint32_t stride, std::uint32_t count);
   // The shared buffer that a single quad is rewritten into: six vertices of up to ten floats.
   GpuId singleQuadBuffer();
   // The vertex shaders and full-frame lists of the frame passes, made at first use.
@@ -116,6 +123,7 @@ class GraphicsDevice {
   static constexpr std::size_t kImageSlots = 8;
 
   void loop();
+  void requireGpuThread(const char* place) const;
   // Logs what the back end found; returns the warning the user should see, if any.
   std::string logStart();
 

@@ -69,8 +69,7 @@ GraphicsService::~GraphicsService() {
 
 void GraphicsService::createSharedResources(std::uint32_t width, std::uint32_t height) {
   device_->run([&] {
-    passes_ = std::make_unique<FramePasses>(*device_);
-    passes_->measureFasterPath(width, height);
+    passes_ = std::make_unique<FramePasses>(*device_, width, height);
     surfaces_ = std::make_unique<SurfaceShaders>(*device_);
   });
 }

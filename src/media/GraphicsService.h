@@ -1,7 +1,8 @@
 // The graphics device as a global service of the start sequence (System::Singleton):
 // it keeps the section Direct3D of the main ini, reads the pixel, mask and shadow map
 // sizes from the system file, and starts the device. At the start's later step it also
-// makes the frame passes that every effect shares, on the path measured faster here.
+// makes the frame passes that every effect shares, which measure their paths on frames
+// of the size given there.
 #pragma once
 
 #include <cstdint>
@@ -32,8 +33,8 @@ class GraphicsService {
 
   GraphicsDevice& device() noexcept { return *device_; }
 
-  // The shared frame passes, on whichever path runs a frame of this size faster, and the
-  // surface shaders that objects are drawn with.
+  // The shared frame passes, each on whichever path runs a frame of this size faster, and
+  // the surface shaders that objects are drawn with.
   void createSharedResources(std::uint32_t width, std::uint32_t height);
   // Null before createSharedResources.
   FramePasses* framePasses() noexcept { return passes_.get(); }

@@ -63,8 +63,11 @@ PixelShader::PixelShader(GraphicsDevice& device) : device_(&device) {}
 PixelShader::~PixelShader() = default;
 
 void PixelShader::load(const CompiledShader& shader) {
-  programs_ = std::make_unique<ShaderVariants>(*device_, shader, "glCreateShaderProgramv",
-                                               "Media::PixelShader::loadFromMemory");
+  // Loading may happen on any thread; the program is made on the GPU thread.
+  device_->run([&] {
+    programs_ = std::make_unique<ShaderVariants>(*device_, shader, "glCreateShaderProgramv",
+                                                 "Media::PixelShader::loadFromMemory");
+  });
   path_ = drawPathFor(shader.inputs);
   drawFunction_ = nullptr;
   if (path_ == DrawPath::None) return;
@@ -81,45 +84,42 @@ void PixelShader::load(const CompiledShader& shader) {
     const GpuId list = path_ == DrawPath::Position ? frame.positionList() : frame.texCoordList();
     device_->backend().draw(Topology::TriangleStrip, vertices.inputLayout(), list, vertices.stride(),
                             FrameDrawResources::kVertexCount);
+    unbindImages();
   };
 }
 
 void PixelShader::use() { device_->useShader(ShaderStage::Pixel, programs_->bindImagesAndGetProgram()); }
+
+void PixelShader::unbindImages() { programs_->unbindImages(); }
 
 void PixelShader::drawFrame(const PassOptions& options, const GpuId* sources, std::size_t count) {
   const CompiledShader& shader = programs_->source();
   PassBindings bindings(*device_, shader);
   if (options.constants) {
     for (const ShaderConstantBinding& constant : shader.constants) {
-      if (constant.slot == 0) device_->backend().bindConstantBuffer(constant.binding, options.constants->buffer());
+      if (constant.slot == 0) {
+        device_->backend().bindConstantBuffer(constant.binding, options.constants->bufferFor(constant.sizeInBytes));
+      }
     }
   }
   bindings.bindSources(sources, count);
   drawFunction_(options.blendState.value_or(kBlendStateNone), options.blendFactor);
 }
 
-void PixelShader::draw(ResourceBuffer& target, std::initializer_list<ResourceBuffer*> sources,
-                       const PassOptions& options) {
+void PixelShader::draw(PassTarget target, std::initializer_list<ResourceBuffer*> sources, const PassOptions& options) {
   const SourceTextures textures(sources);
-  device_->setRenderTarget(target);
+  target.setRenderTarget(*device_);
   drawFrame(options, textures.ids.data(), textures.count);
 }
 
-void PixelShader::draw(ResourceBuffer& target, RenderBuffer& source, const PassOptions& options) {
+void PixelShader::draw(PassTarget target, RenderBuffer& source, const PassOptions& options) {
   const GpuId texture = source.shaderResourceView();
-  device_->setRenderTarget(target);
+  target.setRenderTarget(*device_);
   drawFrame(options, &texture, 1);
 }
 
-void PixelShader::draw(RenderBuffer& target, std::initializer_list<ResourceBuffer*> sources,
-                       const PassOptions& options) {
-  const SourceTextures textures(sources);
-  device_->setRenderTarget(target);
-  drawFrame(options, textures.ids.data(), textures.count);
-}
-
-void PixelShader::draw(RenderBuffer& target, GpuId source, const PassOptions& options) {
-  device_->setRenderTarget(target);
+void PixelShader::draw(PassTarget target, GpuId source, const PassOptions& options) {
+  target.setRenderTarget(*device_);
   drawFrame(options, &source, 1);
 }
 

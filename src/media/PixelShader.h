@@ -1,7 +1,8 @@
 // A pixel shader and the family of whole-frame draws through it. Each draw sets the
 // target, binds the sources at texture registers from 0, runs the draw function and
 // unbinds what it bound, so that what was drawn can be the source of the next pass at
-// once. Used on the GPU thread; may be destroyed on any thread while the device lives.
+// once. Loaded on any thread, used on the GPU thread; may be destroyed on any thread
+// while the device lives.
 #pragma once
 
 #include <cstddef>
@@ -13,6 +14,7 @@
 #include "media/CompiledShader.h"
 #include "media/DrawPath.h"
 #include "media/GraphicsBackend.h"
+#include "media/PassTarget.h"
 #include "media/ShaderVariants.h"
 
 namespace Media {
@@ -45,15 +47,15 @@ class PixelShader {
 
   DrawPath drawPath() const noexcept { return path_; }
   const DrawFunction& drawFunction() const noexcept { return drawFunction_; }
-  // Makes this shader current, with the read-write images the device holds now.
+  // Makes this shader current, with the read-write images the device holds now; whoever
+  // draws with it by other means empties the image units afterwards.
   void use();
+  void unbindImages();
 
-  void draw(ResourceBuffer& target, std::initializer_list<ResourceBuffer*> sources = {},
-            const PassOptions& options = {});
-  void draw(ResourceBuffer& target, RenderBuffer& source, const PassOptions& options = {});
-  void draw(RenderBuffer& target, std::initializer_list<ResourceBuffer*> sources = {}, const PassOptions& options = {});
+  void draw(PassTarget target, std::initializer_list<ResourceBuffer*> sources = {}, const PassOptions& options = {});
+  void draw(PassTarget target, RenderBuffer& source, const PassOptions& options = {});
   // A source given by its shader resource view.
-  void draw(RenderBuffer& target, GpuId source, const PassOptions& options = {});
+  void draw(PassTarget target, GpuId source, const PassOptions& options = {});
 
  private:
   void drawFrame(const PassOptions& options, const GpuId* sources, std::size_t count);

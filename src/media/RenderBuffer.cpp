@@ -2,12 +2,20 @@
 
 #include <cstring>
 
+#include "media/BufferGeometry.h"
 #include "media/CpuAccessBuffer.h"
 #include "media/GraphicsDevice.h"
 #include "media/PixelShader.h"
 #include "system/Exception.h"
 
 namespace Media {
+
+namespace {
+
+// The error an image binding of a texture in an unsuitable format stands for.
+constexpr std::uint32_t kInvalidOperation = 0x0502;
+
+}  // namespace
 
 RenderBuffer::RenderBuffer(GraphicsDevice& device, std::uint32_t width, std::uint32_t height)
     : RenderBuffer(device, width, height, device.pixelFormat()) {}
@@ -32,10 +40,15 @@ void RenderBuffer::release() noexcept {
 
 void RenderBuffer::createTexture2D(std::uint32_t width, std::uint32_t height) {
   if (texture_ && width == width_ && height == height_) return;
-  release();
-  width_ = width;
-  height_ = height;
-  texture_ = device_->backend().createTexture(width, height, format_, nullptr, "Media::RenderBuffer::createTexture2D");
+  // A frame may be made on a worker thread; its texture is made on the GPU thread.
+  device_->run([&] {
+    const GpuId texture =
+        device_->backend().createTexture(width, height, format_, nullptr, "Media::RenderBuffer::createTexture2D");
+    release();
+    width_ = width;
+    height_ = height;
+    texture_ = texture;
+  });
 }
 
 void RenderBuffer::createRenderTargetView() {
@@ -48,7 +61,15 @@ GpuId RenderBuffer::renderTargetView() {
   return renderTarget_;
 }
 
-void RenderBuffer::clear(const Color& color) { device_->backend().clearTexture(texture_, color); }
+GpuId RenderBuffer::unorderedAccessView() {
+  if (format_ != device_->pixelFormat()) {
+    throw System::HResultException("glBindImageTexture", "Media::RenderBuffer::createUnorderedAccessView",
+                                   kInvalidOperation);
+  }
+  return texture_;
+}
+
+void RenderBuffer::clear(const Color& color) { device_->backend().clearTexture(texture_, maskedColor(format_, color)); }
 
 std::unique_ptr<ResourceBuffer> RenderBuffer::toResourceBuffer() {
   auto copy = std::make_unique<ResourceBuffer>(*device_, width_, height_, format_);
@@ -62,10 +83,12 @@ std::unique_ptr<ResourceBuffer> RenderBuffer::toResourceBuffer(PixelShader& opaq
   return copy;
 }
 
-std::vector<std::byte> RenderBuffer::readPixels() {
-  CpuAccessBuffer staging(*device_, width_, height_, format_);
-  staging.copyResource(texture_);
-  return staging.takeData();
+std::vector<std::byte> RenderBuffer::readPixels() { return startReadBack()->takeData(); }
+
+std::unique_ptr<CpuAccessBuffer> RenderBuffer::startReadBack() {
+  auto staging = std::make_unique<CpuAccessBuffer>(*device_, width_, height_, format_);
+  staging->copyResource(texture_);
+  return staging;
 }
 
 void RenderBuffer::copyToRGBA(void* data) {
@@ -78,7 +101,7 @@ void RenderBuffer::copyToRGBA(void* data) {
 
 ResourceBuffer& RenderBuffer::auxiliary(std::unique_ptr<ResourceBuffer>& slot, std::uint32_t width,
                                         std::uint32_t height, Format format, const Color& clearColor) {
-  if (!slot) {
+  if (!slot || slot->width() != clampBufferSide(width) || slot->height() != clampBufferSide(height)) {
     slot = std::make_unique<ResourceBuffer>(*device_, width, height, format);
     slot->clear(clearColor);
   }
@@ -108,6 +131,16 @@ ResourceBuffer& RenderBuffer::normalTransparentBuffer() {
 ResourceBuffer& RenderBuffer::shadowMap(std::size_t index) {
   const std::uint32_t side = device_->shadowBufferSize();
   return auxiliary(shadowMaps_.at(index), side, side, Format::Rg32Float, {1, 1, 1, 1});
+}
+
+void RenderBuffer::addLight(const LightRecord& light) {
+  lights_.push_back(light);
+  shadowMaps_.resize(lights_.size());
+}
+
+void RenderBuffer::clearLights() noexcept {
+  lights_.clear();
+  shadowMaps_.clear();
 }
 
 }  // namespace Media

@@ -1,7 +1,9 @@
 // A frame that is drawn to, with the auxiliary buffers that depth, transparency, normals
-// and shadows of 3D drawing keep beside it. Shared by the render job and whoever shows
-// or exports the frame; used on the GPU thread, destroyed on any while the device lives.
-// Auxiliary buffers are made and cleared at their first use, at the frame's size.
+// and shadows of 3D drawing keep beside it, and the lights of the frame. Shared by the
+// render job and whoever shows or exports the frame; made on any thread (the texture is
+// made on the GPU thread), used on the GPU thread, destroyed on any while the device
+// lives. Auxiliary buffers are made and cleared at their first use, at the frame's size,
+// and made again when the frame's size has changed since.
 #pragma once
 
 #include <cstddef>
@@ -11,10 +13,12 @@
 
 #include "media/Format.h"
 #include "media/GraphicsBackend.h"
+#include "media/LightRecord.h"
 #include "media/ResourceBuffer.h"
 
 namespace Media {
 
+class CpuAccessBuffer;
 class GraphicsDevice;
 class PixelShader;
 
@@ -38,7 +42,11 @@ class RenderBuffer {
   GpuId texture() const noexcept { return texture_; }
   GpuId shaderResourceView() const noexcept { return texture_; }
   GpuId renderTargetView();
+  // The frame as a read-write image, for passes and shaders that write it in place.
+  // Only a frame in the device's pixel format has one; others throw.
+  GpuId unorderedAccessView();
 
+  // A mask keeps alpha alone.
   void clear(const Color& color);
 
   // A copy of the frame as it is.
@@ -47,6 +55,9 @@ class RenderBuffer {
   std::unique_ptr<ResourceBuffer> toResourceBuffer(PixelShader& opaqueCopy);
   // Read-back: tight rows of the CPU image of the buffer's format, top row first.
   std::vector<std::byte> readPixels();
+  // Queues the read-back of the frame as it is now and returns at once; the GPU thread
+  // may draw the next frame into this buffer while the copy is waited for elsewhere.
+  std::unique_ptr<CpuAccessBuffer> startReadBack();
   // Read-back of a 32-bit frame (28 or 87) into `data`, width * 4 bytes a row.
   void copyToRGBA(void* data);
 
@@ -58,6 +69,12 @@ class RenderBuffer {
   // Shadow map `index`, whose slot must exist: the caller sizes shadowMaps() first.
   ResourceBuffer& shadowMap(std::size_t index);
   std::vector<std::unique_ptr<ResourceBuffer>>& shadowMaps() noexcept { return shadowMaps_; }
+
+  // The lights of the frame, in the order the light effects added them; each light has
+  // its shadow map slot at the same index, empty until the shadow pass makes it.
+  const std::vector<LightRecord>& lights() const noexcept { return lights_; }
+  void addLight(const LightRecord& light);
+  void clearLights() noexcept;
 
  private:
   void release() noexcept;
@@ -76,6 +93,7 @@ class RenderBuffer {
   std::unique_ptr<ResourceBuffer> normalBuffer_;
   std::unique_ptr<ResourceBuffer> normalTransparentBuffer_;
   std::vector<std::unique_ptr<ResourceBuffer>> shadowMaps_;
+  std::vector<LightRecord> lights_;
 };
 
 }  // namespace Media

@@ -32,6 +32,10 @@ ResourceBuffer::ResourceBuffer(GraphicsDevice& device, std::uint32_t width, std:
       height_(height),
       format_(format == Format::Yuy2 ? Format::Yuy2Packed : format),
       pendingPixels_(std::move(pixels)) {
+  // An upload reads whole rows: a YUY2 row of odd width is padded to a whole block.
+  if (pendingPixels_.size() < rowBytes(format_, width) * height) {
+    throw System::NoteException("Media::ResourceBuffer::ResourceBuffer", "image data shorter than its size.");
+  }
   if (width > kMaxBufferSide || height > kMaxBufferSide) {
     // Keep the top left part, as a clamped texture shows it.
     const std::size_t sourceRow = rowBytes(format_, width);
@@ -128,7 +132,7 @@ void ResourceBuffer::requireDrawable(const char* place) const {
 }
 
 void ResourceBuffer::clear(const Color& color) {
-  if (!empty()) device_->backend().clearTexture(texture(), color);
+  if (!empty()) device_->backend().clearTexture(texture(), maskedColor(format_, color));
 }
 
 std::unique_ptr<ResourceBuffer> ResourceBuffer::crop(std::uint32_t width, std::uint32_t height, std::int32_t x,

@@ -23,8 +23,9 @@ class ResourceBuffer {
   // A buffer in the device's pixel format, or in `format`.
   ResourceBuffer(GraphicsDevice& device, std::uint32_t width, std::uint32_t height);
   ResourceBuffer(GraphicsDevice& device, std::uint32_t width, std::uint32_t height, Format format);
-  // An upload of a CPU image in the same format: tight rows, top row first. A YUY2 CPU
-  // image becomes the packed GPU format.
+  // An upload of a CPU image in the same format: tight rows of rowBytes(), top row
+  // first; fewer bytes than the rows need throw. A YUY2 CPU image becomes the packed
+  // GPU format.
   ResourceBuffer(GraphicsDevice& device, std::uint32_t width, std::uint32_t height, Format format,
                  std::vector<std::byte> pixels);
   ~ResourceBuffer();
@@ -49,6 +50,7 @@ class ResourceBuffer {
   GpuId unorderedAccessView();
   GpuId renderTargetView();
 
+  // A mask keeps alpha alone.
   void clear(const Color& color);
   // A new buffer of width by height, transparent, with the part of this one that lies
   // inside the rectangle at (x, y) of this one copied in; x and y may be negative.

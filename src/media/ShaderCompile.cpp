@@ -34,10 +34,11 @@ ShaderStage stageOf(const std::string& profile) {
 }  // namespace
 
 CompiledShader ShaderCompile::compileFromMemory(const std::string& name, const std::string& source,
-                                                const std::string& entry, const std::string& profile) {
+                                                const std::string& entry, const std::string& profile,
+                                                const std::vector<std::filesystem::path>& includeFolders) {
   CompiledShader shader;
   shader.stage = stageOf(profile);
-  const Compile::SpirvModules modules = Compile::hlslToSpirv(name, source, entry, shader.stage);
+  const Compile::SpirvModules modules = Compile::hlslToSpirv(name, source, entry, shader.stage, includeFolders);
 
   Compile::reflectInputs(Compile::SpirvCross(modules.signature), shader);
 

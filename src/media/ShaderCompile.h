@@ -3,7 +3,9 @@
 // calls it through them. Any thread may compile: nothing here touches the device.
 #pragma once
 
+#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "media/CompiledShader.h"
 
@@ -22,8 +24,14 @@ class ShaderCompile {
   // register (a buffer of at least `sizeInBytes`). Each image's format qualifier is the
   // token SORVEL_IMAGE_FORMAT_<unit>, which the device defines after the #version line
   // for the texture it binds there.
+  //
+  // `#include "file"` and `#include <file>` are read beside the including file, the
+  // first level beside `name` (a path, with either separator). Only files inside
+  // `includeFolders` (the script folders) are read; any other, or one that cannot be
+  // read, fails the compile with the reason in the compiler's text.
   static CompiledShader compileFromMemory(const std::string& name, const std::string& source,
-                                          const std::string& entry, const std::string& profile);
+                                          const std::string& entry, const std::string& profile,
+                                          const std::vector<std::filesystem::path>& includeFolders = {});
 
  protected:
   ShaderCompile() = default;

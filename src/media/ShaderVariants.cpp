@@ -37,6 +37,10 @@ ShaderVariants::~ShaderVariants() {
   });
 }
 
+void ShaderVariants::unbindImages() {
+  for (const ShaderImageBinding& image : shader_.images) device_->backend().bindImage(image.unit, 0, Format::Unknown);
+}
+
 GpuId ShaderVariants::bindImagesAndGetProgram() {
   std::vector<Format> formats;
   formats.reserve(shader_.images.size());

@@ -31,6 +31,9 @@ class ShaderVariants {
   // The program for the images the device holds now at the shader's image registers,
   // and binds those images at the shader's units.
   GpuId bindImagesAndGetProgram();
+  // Empties the shader's image units after its pass, so that no image stays bound into
+  // later work and what was written is only made visible to the use that follows.
+  void unbindImages();
 
  private:
   GraphicsDevice* device_;

@@ -81,14 +81,23 @@ class VertexListQuadTemplate : public VertexListTemplate<V> {
     this->send(device, triangles);
   }
 
+  // The strip form of a single quad: the four corners in the order p0, p1, p3, p2,
+  // through the shared buffer. A list of more or fewer quads draws as triangles.
+  void drawStrip(GraphicsDevice& device) const {
+    if (quadCount() != 1) return draw(device);
+    const V* quad = this->vertices_.data();
+    const V four[4] = {quad[0], quad[1], quad[3], quad[2]};
+    drawSingle(device, four, Topology::TriangleStrip);
+  }
+
   std::unique_ptr<VertexList> createEmpty() const override { return std::make_unique<VertexListQuadTemplate<V>>(); }
 
  private:
-  template <class W>
-  static void drawSingle(GraphicsDevice& device, const W (&six)[6]) {
+  template <class W, std::size_t N>
+  static void drawSingle(GraphicsDevice& device, const W (&vertices)[N], Topology topology = Topology::TriangleList) {
     const GpuId buffer = device.singleQuadBuffer();
-    device.backend().updateBuffer(buffer, six, sizeof(six));
-    device.backend().draw(Topology::TriangleList, device.inputLayout(), buffer, sizeof(W), 6);
+    device.backend().updateBuffer(buffer, vertices, sizeof(vertices));
+    device.backend().draw(topology, device.inputLayout(), buffer, sizeof(W), static_cast<std::uint32_t>(N));
   }
 };
 

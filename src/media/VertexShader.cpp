@@ -20,6 +20,11 @@ void VertexShader::release() noexcept {
 }
 
 void VertexShader::load(const CompiledShader& shader) {
+  // Loading may happen on any thread; the program is made on the GPU thread.
+  device_->run([&] { create(shader); });
+}
+
+void VertexShader::create(const CompiledShader& shader) {
   GraphicsBackend& backend = device_->backend();
   const GpuId program = backend.createShader(ShaderStage::Vertex, shader.glsl, "glCreateShaderProgramv",
                                              "Media::VertexShader::loadFromMemory");

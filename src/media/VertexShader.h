@@ -20,6 +20,7 @@ class VertexShader {
   VertexShader(const VertexShader&) = delete;
   VertexShader& operator=(const VertexShader&) = delete;
 
+  // Any thread: the program and its input layout are made on the GPU thread.
   void load(const CompiledShader& shader);
 
   GpuId shader() const noexcept { return shader_; }
@@ -29,6 +30,7 @@ class VertexShader {
   void use();
 
  private:
+  void create(const CompiledShader& shader);
   void release() noexcept;
 
   GraphicsDevice* device_;

@@ -6,6 +6,7 @@ target_sources(sorvel_media PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/compile/GlslRewrite.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compile/HlslPacking.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compile/HlslToSpirv.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/compile/ShaderIncluder.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compile/ShaderReflection.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compile/SpirvCross.cpp
 )
@@ -23,5 +24,6 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(SPIRV_CROSS_C REQUIRED IMPORTED_TARGET spirv-cross-c-shared)
 
 # The HLSL parts of glslang's headers are behind ENABLE_HLSL.
-set_source_files_properties(${CMAKE_CURRENT_LIST_DIR}/compile/HlslToSpirv.cpp PROPERTIES COMPILE_DEFINITIONS ENABLE_HLSL)
+set_source_files_properties(${CMAKE_CURRENT_LIST_DIR}/compile/HlslToSpirv.cpp ${CMAKE_CURRENT_LIST_DIR}/compile/ShaderIncluder.cpp
+                            PROPERTIES COMPILE_DEFINITIONS ENABLE_HLSL)
 target_link_libraries(sorvel_media PRIVATE ${SORVEL_GLSLANG_LIBRARIES} PkgConfig::SPIRV_CROSS_C Threads::Threads)

@@ -10,6 +10,7 @@ target_sources(sorvel_media PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/FrameDrawResources.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GraphicsDevice.cpp
   ${CMAKE_CURRENT_LIST_DIR}/InputLayout.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/PassTarget.cpp
   ${CMAKE_CURRENT_LIST_DIR}/PixelShader.cpp
   ${CMAKE_CURRENT_LIST_DIR}/RenderBuffer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ResourceBuffer.cpp

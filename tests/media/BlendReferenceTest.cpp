@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "media/pass/BlendModeReference.h"
-#include "media/pass/BlendReference.h"
+#include "media/reference/BlendModeReference.h"
+#include "media/reference/BlendReference.h"
 
 namespace Media {
 namespace {

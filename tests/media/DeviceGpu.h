@@ -16,7 +16,7 @@
 #include "media/CompiledShader.h"
 #include "media/GraphicsDevice.h"
 #include "media/ResourceBuffer.h"
-#include "media/pass/PassImage.h"
+#include "media/reference/PassImage.h"
 
 namespace MediaTest {
 

@@ -7,7 +7,7 @@
 #include "media/ConstantBufferCommon.h"
 #include "media/ResourceBuffer.h"
 #include "media/pass/BlendStateTable.h"
-#include "media/pass/FramePassReference.h"
+#include "media/reference/FramePassReference.h"
 #include "media/pass/FramePasses.h"
 #include "DeviceGpu.h"
 
@@ -73,7 +73,7 @@ class FramePassGpuTest : public ::testing::Test {
  protected:
   void SetUp() override {
     MEDIA_REQUIRE_GPU();
-    if (!passes_) passes_ = std::make_unique<FramePasses>(gpu());
+    if (!passes_) passes_ = std::make_unique<FramePasses>(gpu(), kWidth, kHeight);
   }
   // The passes hold GPU objects: they go while the program's device still lives.
   static void TearDownTestSuite() { passes_.reset(); }

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "media/pass/BlendStateTable.h"
-#include "media/pass/FramePassReference.h"
-#include "media/pass/SampleReference.h"
+#include "media/reference/FramePassReference.h"
+#include "media/reference/SampleReference.h"
 #include "system/Exception.h"
 
 namespace Media {

@@ -6,7 +6,7 @@
 #include "media/ConstantBufferCommon.h"
 #include "media/RenderBuffer.h"
 #include "media/ResourceBuffer.h"
-#include "media/pass/BlendModeReference.h"
+#include "media/reference/BlendModeReference.h"
 #include "media/surface/SurfaceConstants.h"
 #include "media/surface/SurfaceShaders.h"
 #include "DeviceGpu.h"

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "media/compile/CompileFailure.h"
+#include "media/compile/ShaderIncluder.h"
 
 namespace Media::Compile {
 
@@ -51,7 +52,7 @@ std::vector<std::uint32_t> toSpirv(const glslang::TIntermediate& intermediate, b
 }  // namespace
 
 SpirvModules hlslToSpirv(const std::string& name, const std::string& source, const std::string& entry,
-                         ShaderStage stage) {
+                         ShaderStage stage, const std::vector<std::filesystem::path>& includeFolders) {
   initializeGlslang();
   const EShLanguage language = toLanguage(stage);
 
@@ -75,7 +76,8 @@ SpirvModules hlslToSpirv(const std::string& name, const std::string& source, con
 
   const auto messages = static_cast<EShMessages>(EShMsgSpvRules | EShMsgVulkanRules | EShMsgReadHlsl |
                                                  EShMsgHlslOffsets | EShMsgHlslLegalization);
-  if (!shader.parse(GetDefaultResources(), 100, false, messages) || hasWarning(shader.getInfoLog())) {
+  ShaderIncluder includer(includeFolders);
+  if (!shader.parse(GetDefaultResources(), 100, false, messages, includer) || hasWarning(shader.getInfoLog())) {
     throwCompileFailure(std::string(shader.getInfoLog()) + shader.getInfoDebugLog());
   }
   glslang::TProgram program;

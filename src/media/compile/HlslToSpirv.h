@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -20,9 +21,10 @@ struct SpirvModules {
 };
 
 // Compiles `source` with `entry` as the entry point for `stage`. `name` appears in the
-// compiler's messages. Errors and warnings alike throw through throwCompileFailure.
+// compiler's messages and places the source: `#include` looks beside it, inside
+// `includeFolders` only. Errors and warnings alike throw through throwCompileFailure.
 // Any thread may call.
 SpirvModules hlslToSpirv(const std::string& name, const std::string& source, const std::string& entry,
-                                       ShaderStage stage);
+                         ShaderStage stage, const std::vector<std::filesystem::path>& includeFolders);
 
 }  // namespace Media::Compile

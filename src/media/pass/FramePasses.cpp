@@ -15,11 +15,15 @@ namespace Media {
 
 namespace {
 
+// Runs of each path that a measurement times, after one that compiles and warms up.
+constexpr int kMeasuredRuns = 3;
+
 std::uint32_t groups(std::uint32_t pixels) noexcept { return (pixels + kFramePassGroupSize - 1) / kFramePassGroupSize; }
 
 }  // namespace
 
-FramePasses::FramePasses(GraphicsDevice& device) : device_(&device) {}
+FramePasses::FramePasses(GraphicsDevice& device, std::uint32_t measureWidth, std::uint32_t measureHeight)
+    : device_(&device), measureWidth_(measureWidth), measureHeight_(measureHeight) {}
 
 FramePasses::~FramePasses() = default;
 
@@ -50,26 +54,57 @@ ComputeShader& FramePasses::sourceOverShader(std::uint32_t layerCount) {
   return *shader;
 }
 
-bool FramePasses::computable(const ResourceBuffer& target) const noexcept {
-  const Format format = target.format();
+bool FramePasses::computable(Format format) noexcept {
   return format == Format::Rgba16Float || format == Format::R32Float || format == Format::Rg32Float;
 }
 
-void FramePasses::run(FramePass pass, ResourceBuffer& target, std::initializer_list<ResourceBuffer*> sources,
-                      const PassOptions& options) {
-  run(pass, path_, target, sources, options);
+std::optional<FramePassPath> FramePasses::chosenPath(FramePass pass) const noexcept {
+  return paths_[static_cast<std::size_t>(pass)];
 }
 
-void FramePasses::run(FramePass pass, FramePassPath path, ResourceBuffer& target,
+void FramePasses::choosePath(FramePass pass, FramePassPath path) noexcept {
+  paths_[static_cast<std::size_t>(pass)] = path;
+}
+
+template <class Work>
+FramePassPath FramePasses::measure(Format format, Work work) {
+  ResourceBuffer scratch(*device_, measureWidth_, measureHeight_, format);
+  scratch.clear({0.0f, 0.0f, 0.0f, 1.0f});
+  const auto time = [&](FramePassPath path) {
+    work(scratch, path);
+    device_->finish();
+    const auto start = std::chrono::steady_clock::now();
+    for (int i = 0; i < kMeasuredRuns; ++i) work(scratch, path);
+    device_->finish();
+    return std::chrono::steady_clock::now() - start;
+  };
+  const auto draw = time(FramePassPath::Draw);
+  const auto compute = time(FramePassPath::Compute);
+  return compute < draw ? FramePassPath::Compute : FramePassPath::Draw;
+}
+
+void FramePasses::run(FramePass pass, PassTarget target, std::initializer_list<ResourceBuffer*> sources,
+                      const PassOptions& options) {
+  std::optional<FramePassPath>& path = paths_[static_cast<std::size_t>(pass)];
+  if (!computable(target.format())) return pixelShader(pass).draw(target, sources, options);
+  if (!path) {
+    path = measure(target.format(), [&](ResourceBuffer& scratch, FramePassPath candidate) {
+      run(pass, candidate, scratch, sources, options);
+    });
+  }
+  run(pass, *path, target, sources, options);
+}
+
+void FramePasses::run(FramePass pass, FramePassPath path, PassTarget target,
                       std::initializer_list<ResourceBuffer*> sources, const PassOptions& options) {
-  if (path == FramePassPath::Compute && computable(target)) {
+  if (path == FramePassPath::Compute && computable(target.format())) {
     dispatch(pass, target, sources, options);
   } else {
     pixelShader(pass).draw(target, sources, options);
   }
 }
 
-void FramePasses::dispatch(FramePass pass, ResourceBuffer& target, std::initializer_list<ResourceBuffer*> sources,
+void FramePasses::dispatch(FramePass pass, PassTarget target, std::initializer_list<ResourceBuffer*> sources,
                            const PassOptions& options) {
   const std::size_t state = options.blendState.value_or(kBlendStateNone);
   ComputeShader& shader = computeShader(pass, state);
@@ -84,24 +119,30 @@ void FramePasses::dispatch(FramePass pass, ResourceBuffer& target, std::initiali
     }
     factorBuffer = blendFactor_.get();
   }
-  device_->setComputeTarget(0, target);
+  target.setComputeTarget(*device_, 0);
   shader.dispatch(groups(target.width()), groups(target.height()), 1, sources, {options.constants, factorBuffer});
 }
 
-void FramePasses::composeSourceOver(ResourceBuffer& target, std::span<ResourceBuffer* const> layers) {
-  composeSourceOver(target, layers, path_);
+void FramePasses::composeSourceOver(PassTarget target, std::span<ResourceBuffer* const> layers) {
+  if (layers.empty()) return;
+  if (!computable(target.format())) return composeSourceOver(target, layers, FramePassPath::Draw);
+  if (!compositionPath_) {
+    compositionPath_ = measure(target.format(), [&](ResourceBuffer& scratch, FramePassPath candidate) {
+      composeSourceOver(scratch, layers, candidate);
+    });
+  }
+  composeSourceOver(target, layers, *compositionPath_);
 }
 
-void FramePasses::composeSourceOver(ResourceBuffer& target, std::span<ResourceBuffer* const> layers,
-                                    FramePassPath path) {
-  if (path == FramePassPath::Draw || !computable(target)) {
+void FramePasses::composeSourceOver(PassTarget target, std::span<ResourceBuffer* const> layers, FramePassPath path) {
+  if (path == FramePassPath::Draw || !computable(target.format())) {
     PassOptions options;
     options.blendState = kBlendStateSourceOver;
     for (ResourceBuffer* layer : layers) pixelShader(FramePass::Copy).draw(target, {layer}, options);
     return;
   }
   GraphicsBackend& backend = device_->backend();
-  device_->setComputeTarget(0, target);
+  target.setComputeTarget(*device_, 0);
   while (!layers.empty()) {
     const auto count = static_cast<std::uint32_t>(std::min<std::size_t>(layers.size(), kMaxFusedLayers));
     for (std::uint32_t unit = 0; unit < count; ++unit) backend.bindTexture(unit, layers[unit]->texture());
@@ -109,27 +150,6 @@ void FramePasses::composeSourceOver(ResourceBuffer& target, std::span<ResourceBu
     for (std::uint32_t unit = 0; unit < count; ++unit) backend.bindTexture(unit, 0);
     layers = layers.subspan(count);
   }
-}
-
-FramePassPath FramePasses::measureFasterPath(std::uint32_t width, std::uint32_t height) {
-  ResourceBuffer source(*device_, width, height);
-  ResourceBuffer target(*device_, width, height);
-  source.clear({0.5f, 0.25f, 0.125f, 0.5f});
-  target.clear({0.0f, 0.0f, 0.0f, 1.0f});
-  PassOptions options;
-  options.blendState = kBlendStateSourceOver;
-  const auto time = [&](FramePassPath path) {
-    run(FramePass::Copy, path, target, {&source}, options);  // compiles and warms up
-    device_->finish();
-    const auto start = std::chrono::steady_clock::now();
-    for (int i = 0; i < 4; ++i) run(FramePass::Copy, path, target, {&source}, options);
-    device_->finish();
-    return std::chrono::steady_clock::now() - start;
-  };
-  const auto draw = time(FramePassPath::Draw);
-  const auto compute = time(FramePassPath::Compute);
-  path_ = compute < draw ? FramePassPath::Compute : FramePassPath::Draw;
-  return path_;
 }
 
 }  // namespace Media

@@ -1,8 +1,11 @@
 // Runs the frame passes on the device, by either of two paths that give the same pixels:
 // a full-frame draw with fixed-function blending, or a compute dispatch that applies the
-// blend state in the shader. Which is faster depends on the GPU (compute wins by far on
-// large discrete GPUs, draws can win on a CPU renderer), so the device measures once and
-// keeps the faster. Shaders are made at their first use. GPU thread only.
+// blend state in the shader. Which is faster depends on the GPU and on the work (compute
+// wins by far on large discrete GPUs; on a CPU renderer single passes may be faster as
+// draws while a fused composition is faster as one dispatch), so each kind of pass, and
+// the composition apart, keeps its own choice: measured at its first use on a frame of
+// the measuring size, with the caller's own sources and constants. Targets are resource
+// buffers or the frame itself. Shaders are made at their first use. GPU thread only.
 #pragma once
 
 #include <array>
@@ -10,9 +13,11 @@
 #include <initializer_list>
 #include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <utility>
 
+#include "media/PassTarget.h"
 #include "media/PixelShader.h"
 #include "media/pass/FramePassTable.h"
 
@@ -27,44 +32,53 @@ enum class FramePassPath : std::uint8_t { Draw, Compute };
 
 class FramePasses {
  public:
-  explicit FramePasses(GraphicsDevice& device);
+  // Choices are measured on frames of `measureWidth` by `measureHeight`: the size of
+  // the frames the program composes.
+  FramePasses(GraphicsDevice& device, std::uint32_t measureWidth, std::uint32_t measureHeight);
   ~FramePasses();
   FramePasses(const FramePasses&) = delete;
   FramePasses& operator=(const FramePasses&) = delete;
 
-  FramePassPath path() const noexcept { return path_; }
-  void setPath(FramePassPath path) noexcept { path_ = path; }
+  // The path a pass or the composition takes; empty until measured or chosen.
+  std::optional<FramePassPath> chosenPath(FramePass pass) const noexcept;
+  std::optional<FramePassPath> chosenCompositionPath() const noexcept { return compositionPath_; }
+  // Fixes a choice beforehand, so that it is never measured.
+  void choosePath(FramePass pass, FramePassPath path) noexcept;
+  void chooseCompositionPath(FramePassPath path) noexcept { compositionPath_ = path; }
 
   // Runs `pass` over the whole of `target` with sources at registers 0 and 1, under the
   // blend state of `options` (none given: no blending). The compute path serves float
   // targets only; a normalised target is always drawn, because fixed-function blending
   // clamps there and the shader would not.
-  void run(FramePass pass, ResourceBuffer& target, std::initializer_list<ResourceBuffer*> sources = {},
+  void run(FramePass pass, PassTarget target, std::initializer_list<ResourceBuffer*> sources = {},
            const PassOptions& options = {});
-  void run(FramePass pass, FramePassPath path, ResourceBuffer& target,
-           std::initializer_list<ResourceBuffer*> sources = {}, const PassOptions& options = {});
+  void run(FramePass pass, FramePassPath path, PassTarget target, std::initializer_list<ResourceBuffer*> sources = {},
+           const PassOptions& options = {});
 
   // Composes `layers` over `target` source-over, layer 0 first. On the compute path one
   // dispatch reads up to 16 layers and the target once and writes the target once; on
   // the draw path each layer is one pass 2 draw under blend state 0.
-  void composeSourceOver(ResourceBuffer& target, std::span<ResourceBuffer* const> layers);
-  void composeSourceOver(ResourceBuffer& target, std::span<ResourceBuffer* const> layers, FramePassPath path);
-
-  // Times a source-over copy of a width by height frame by both paths, keeps the faster
-  // as path() and returns it.
-  FramePassPath measureFasterPath(std::uint32_t width, std::uint32_t height);
+  void composeSourceOver(PassTarget target, std::span<ResourceBuffer* const> layers);
+  void composeSourceOver(PassTarget target, std::span<ResourceBuffer* const> layers, FramePassPath path);
 
   PixelShader& pixelShader(FramePass pass);
 
  private:
   ComputeShader& computeShader(FramePass pass, std::size_t blendState);
   ComputeShader& sourceOverShader(std::uint32_t layerCount);
-  void dispatch(FramePass pass, ResourceBuffer& target, std::initializer_list<ResourceBuffer*> sources,
+  void dispatch(FramePass pass, PassTarget target, std::initializer_list<ResourceBuffer*> sources,
                 const PassOptions& options);
-  bool computable(const ResourceBuffer& target) const noexcept;
+  static bool computable(Format format) noexcept;
+  // Times `work` on a scratch frame of the measuring size in `format` by both paths and
+  // returns the faster.
+  template <class Work>
+  FramePassPath measure(Format format, Work work);
 
   GraphicsDevice* device_;
-  FramePassPath path_ = FramePassPath::Draw;
+  std::uint32_t measureWidth_;
+  std::uint32_t measureHeight_;
+  std::array<std::optional<FramePassPath>, kFramePassCount> paths_;
+  std::optional<FramePassPath> compositionPath_;
   std::array<std::unique_ptr<PixelShader>, kFramePassCount> pixelShaders_;
   std::map<std::pair<FramePass, std::size_t>, std::unique_ptr<ComputeShader>> computeShaders_;
   std::array<std::unique_ptr<ComputeShader>, 16> sourceOverShaders_;

@@ -69,6 +69,14 @@ GLenum glTopology(Media::Topology topology) {
   return GL_TRIANGLES;
 }
 
+// What every kind of later work needs once shaders have written images: texture reads,
+// image access, drawing into, and copies, clears and read-backs of the textures.
+constexpr GLbitfield kAfterImageWrites = GL_TEXTURE_FETCH_BARRIER_BIT | GL_SHADER_IMAGE_ACCESS_BARRIER_BIT |
+                                         GL_FRAMEBUFFER_BARRIER_BIT | GL_TEXTURE_UPDATE_BARRIER_BIT;
+
+// How long one wait for a read-back's fence lasts before it is asked again.
+constexpr GLuint64 kFenceWaitNanoseconds = 1'000'000'000;
+
 }  // namespace
 
 GlBackend::GlBackend() {
@@ -84,6 +92,7 @@ GlBackend::GlBackend() {
 }
 
 GlBackend::~GlBackend() {
+  while (!reads_.empty()) destroyRead(reads_.begin()->first);
   for (GLuint sampler : samplers_) {
     if (sampler) glDeleteSamplers(1, &sampler);
   }
@@ -148,31 +157,74 @@ Media::GpuId GlBackend::createRenderTarget(Media::GpuId texture, const char* pla
 
 void GlBackend::destroyRenderTarget(Media::GpuId target) { glDeleteFramebuffers(1, &target); }
 
+void GlBackend::barrierBefore(GLbitfield uses) {
+  const GLbitfield bits = owedBarriers_ & uses;
+  if (!bits) return;
+  glMemoryBarrier(bits);
+  owedBarriers_ &= ~bits;
+}
+
 void GlBackend::clearTexture(Media::GpuId texture, const Media::Color& color) {
+  barrierBefore(GL_TEXTURE_UPDATE_BARRIER_BIT);
   glClearTexImage(texture, 0, GL_RGBA, GL_FLOAT, color.data());
 }
 
 void GlBackend::copyTextureRegion(Media::GpuId source, Media::GpuId target, const Media::CopyRegion& region) {
+  barrierBefore(GL_TEXTURE_UPDATE_BARRIER_BIT);
   glCopyImageSubData(source, GL_TEXTURE_2D, 0, static_cast<GLint>(region.sourceX), static_cast<GLint>(region.sourceY),
                      0, target, GL_TEXTURE_2D, 0, static_cast<GLint>(region.targetX),
                      static_cast<GLint>(region.targetY), 0, static_cast<GLsizei>(region.width),
                      static_cast<GLsizei>(region.height), 1);
 }
 
-void GlBackend::readTexture(Media::GpuId texture, std::uint32_t width, std::uint32_t height, Media::Format format,
-                            void* out, const char* place) {
+Media::GpuId GlBackend::beginRead(Media::GpuId texture, std::uint32_t width, std::uint32_t height,
+                                  Media::Format format, const char* place) {
   const GlFormat& entry = glFormat(format, place);
-  const std::size_t pixels = static_cast<std::size_t>(width) * height;
-  if (entry.alphaOnly) {
-    std::vector<std::uint8_t> rgba(pixels * 4);
-    glGetTextureImage(texture, 0, GL_RGBA, GL_UNSIGNED_BYTE, static_cast<GLsizei>(rgba.size()), rgba.data());
-    auto* alpha = static_cast<std::uint8_t*>(out);
-    for (std::size_t i = 0; i < pixels; ++i) alpha[i] = rgba[i * 4 + 3];
-  } else {
-    const std::size_t size = Media::rowBytes(format, width) * height;
-    glGetTextureImage(texture, 0, entry.clientFormat, entry.clientType, static_cast<GLsizei>(size), out);
+  // A mask is read as the RGBA8 texture it is stored in; the caller keeps the alpha.
+  const std::size_t size = entry.alphaOnly ? std::size_t{width} * height * 4 : Media::rowBytes(format, width) * height;
+  barrierBefore(GL_TEXTURE_UPDATE_BARRIER_BIT);
+  PendingRead read;
+  glCreateBuffers(1, &read.buffer);
+  constexpr GLbitfield kMapping = GL_MAP_READ_BIT | GL_MAP_PERSISTENT_BIT | GL_MAP_COHERENT_BIT;
+  glNamedBufferStorage(read.buffer, static_cast<GLsizeiptr>(size), nullptr, kMapping);
+  glBindBuffer(GL_PIXEL_PACK_BUFFER, read.buffer);
+  const GLenum clientFormat = entry.alphaOnly ? GLenum{GL_RGBA} : entry.clientFormat;
+  glGetTextureImage(texture, 0, clientFormat, entry.clientType, static_cast<GLsizei>(size), nullptr);
+  glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
+  read.fence = glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0);
+  read.mapped = static_cast<const std::byte*>(glMapNamedBufferRange(read.buffer, 0, static_cast<GLsizeiptr>(size), kMapping));
+  // The copy starts now, not when someone waits for it.
+  glFlush();
+  if (const GLenum error = glGetError(); error != GL_NO_ERROR || !read.mapped) {
+    if (read.fence) glDeleteSync(read.fence);
+    glDeleteBuffers(1, &read.buffer);
+    throw System::HResultException("glGetTextureImage", place, error);
   }
-  checkError("glGetTextureImage", place);
+  reads_.emplace(read.buffer, read);
+  return read.buffer;
+}
+
+const std::byte* GlBackend::waitRead(Media::GpuId read, const char* place) {
+  PendingRead& pending = reads_.at(read);
+  if (pending.fence) {
+    for (;;) {
+      const GLenum status = glClientWaitSync(pending.fence, GL_SYNC_FLUSH_COMMANDS_BIT, kFenceWaitNanoseconds);
+      if (status == GL_ALREADY_SIGNALED || status == GL_CONDITION_SATISFIED) break;
+      if (status == GL_WAIT_FAILED) throw System::HResultException("glClientWaitSync", place, glGetError());
+    }
+    glDeleteSync(pending.fence);
+    pending.fence = nullptr;
+  }
+  return pending.mapped;
+}
+
+void GlBackend::destroyRead(Media::GpuId read) {
+  const auto found = reads_.find(read);
+  if (found == reads_.end()) return;
+  if (found->second.fence) glDeleteSync(found->second.fence);
+  glUnmapNamedBuffer(found->second.buffer);
+  glDeleteBuffers(1, &found->second.buffer);
+  reads_.erase(found);
 }
 
 Media::GpuId GlBackend::createBuffer(const void* data, std::size_t size, const char* place) {
@@ -245,9 +297,18 @@ Media::GpuId GlBackend::createInputLayout(const std::vector<Media::InputElement>
 
 void GlBackend::destroyInputLayout(Media::GpuId layout) { glDeleteVertexArrays(1, &layout); }
 
-void GlBackend::setRenderTarget(Media::GpuId target, std::uint32_t width, std::uint32_t height) {
+void GlBackend::setRenderTarget(Media::GpuId target, std::uint32_t width, std::uint32_t height,
+                                Media::Format format) {
   glBindFramebuffer(GL_DRAW_FRAMEBUFFER, target);
-  if (target) glViewport(0, 0, static_cast<GLsizei>(width), static_cast<GLsizei>(height));
+  if (!target) return;
+  glViewport(0, 0, static_cast<GLsizei>(width), static_cast<GLsizei>(height));
+  // A mask is stored as RGBA8: writing alpha alone keeps its colour 0, as a
+  // single-channel mask reads.
+  const bool masked = Media::isAlphaOnly(format);
+  if (masked != colorMasked_) {
+    glColorMaski(0, !masked, !masked, !masked, GL_TRUE);
+    colorMasked_ = masked;
+  }
 }
 
 void GlBackend::bindTexture(std::uint32_t unit, Media::GpuId texture) { glBindTextureUnit(unit, texture); }
@@ -285,15 +346,16 @@ void GlBackend::draw(Media::Topology topology, Media::GpuId inputLayout, Media::
                      std::uint32_t stride, std::uint32_t count) {
   glBindVertexArray(inputLayout);
   glVertexArrayVertexBuffer(inputLayout, 0, vertexBuffer, 0, static_cast<GLsizei>(stride));
+  barrierBefore(GL_TEXTURE_FETCH_BARRIER_BIT | GL_FRAMEBUFFER_BARRIER_BIT |
+                (boundImages_ ? GLbitfield{GL_SHADER_IMAGE_ACCESS_BARRIER_BIT} : 0));
   glDrawArrays(glTopology(topology), 0, static_cast<GLsizei>(count));
-  // What a pixel shader wrote to images is read next by texture fetches or copies, which
-  // GL does not order by itself.
-  if (boundImages_) glMemoryBarrier(GL_ALL_BARRIER_BITS);
+  if (boundImages_) owedBarriers_ = kAfterImageWrites;
 }
 
 void GlBackend::dispatch(std::uint32_t x, std::uint32_t y, std::uint32_t z) {
+  barrierBefore(GL_TEXTURE_FETCH_BARRIER_BIT | GL_SHADER_IMAGE_ACCESS_BARRIER_BIT);
   glDispatchCompute(x, y, z);
-  glMemoryBarrier(GL_ALL_BARRIER_BITS);
+  owedBarriers_ = kAfterImageWrites;
 }
 
 void GlBackend::finish() { glFinish(); }

@@ -8,6 +8,7 @@
 #include <GL/glcorearb.h>
 
 #include <array>
+#include <map>
 
 #include "media/GraphicsBackend.h"
 #include "platform/egl_gl/EglContext.h"
@@ -32,8 +33,10 @@ class GlBackend : public Media::GraphicsBackend {
   void destroyRenderTarget(Media::GpuId target) override;
   void clearTexture(Media::GpuId texture, const Media::Color& color) override;
   void copyTextureRegion(Media::GpuId source, Media::GpuId target, const Media::CopyRegion& region) override;
-  void readTexture(Media::GpuId texture, std::uint32_t width, std::uint32_t height, Media::Format format, void* out,
-                   const char* place) override;
+  Media::GpuId beginRead(Media::GpuId texture, std::uint32_t width, std::uint32_t height, Media::Format format,
+                         const char* place) override;
+  const std::byte* waitRead(Media::GpuId read, const char* place) override;
+  void destroyRead(Media::GpuId read) override;
 
   Media::GpuId createBuffer(const void* data, std::size_t size, const char* place) override;
   void updateBuffer(Media::GpuId buffer, const void* data, std::size_t size) override;
@@ -45,7 +48,7 @@ class GlBackend : public Media::GraphicsBackend {
   Media::GpuId createInputLayout(const std::vector<Media::InputElement>& layout, const char* place) override;
   void destroyInputLayout(Media::GpuId layout) override;
 
-  void setRenderTarget(Media::GpuId target, std::uint32_t width, std::uint32_t height) override;
+  void setRenderTarget(Media::GpuId target, std::uint32_t width, std::uint32_t height, Media::Format format) override;
   void bindTexture(std::uint32_t unit, Media::GpuId texture) override;
   void bindSampler(std::uint32_t unit, std::size_t samplerState) override;
   void bindImage(std::uint32_t unit, Media::GpuId texture, Media::Format format) override;
@@ -59,13 +62,27 @@ class GlBackend : public Media::GraphicsBackend {
   void finish() override;
 
  private:
+  // A read-back under way: a buffer mapped for good, and the fence after the copy into it.
+  struct PendingRead {
+    GLuint buffer = 0;
+    GLsync fence = nullptr;
+    const std::byte* mapped = nullptr;
+  };
+
+  // Issues the barriers that work of the kinds `uses` needs after earlier image writes.
+  void barrierBefore(GLbitfield uses);
+
   EglContext context_;
   GLuint pipeline_ = 0;
   bool orderedViews_ = false;
   std::array<GLuint, Media::kSamplerStateCount> samplers_{};
-  // Image units with a texture bound: draws then need a barrier before their results
-  // are read by other means.
+  // Image units with a texture bound: a draw then writes images as well.
   std::uint32_t boundImages_ = 0;
+  // What shaders wrote to images is not seen by later work until a barrier of that
+  // work's kind; these are the kinds still owed one.
+  GLbitfield owedBarriers_ = 0;
+  bool colorMasked_ = false;
+  std::map<Media::GpuId, PendingRead> reads_;
 };
 
 }  // namespace Platform

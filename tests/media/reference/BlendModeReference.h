@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "media/pass/PassImage.h"
+#include "media/reference/PassImage.h"
 
 namespace Media {
 

@@ -1,4 +1,4 @@
-#include "media/pass/BlendModeReference.h"
+#include "media/reference/BlendModeReference.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,12 +1,12 @@
-#include "media/pass/FramePassReference.h"
+#include "media/reference/FramePassReference.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 
-#include "media/pass/BlendModeReference.h"
-#include "media/pass/BlendReference.h"
-#include "media/pass/SampleReference.h"
+#include "media/reference/BlendModeReference.h"
+#include "media/reference/BlendReference.h"
+#include "media/reference/SampleReference.h"
 #include "system/Exception.h"
 
 namespace Media {

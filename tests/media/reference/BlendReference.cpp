@@ -1,4 +1,4 @@
-#include "media/pass/BlendReference.h"
+#include "media/reference/BlendReference.h"
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "media/SamplerStateTable.h"
-#include "media/pass/PassImage.h"
+#include "media/reference/PassImage.h"
 
 namespace Media {
 

@@ -9,7 +9,7 @@
 
 #include "media/SamplerStateTable.h"
 #include "media/pass/FramePassTable.h"
-#include "media/pass/PassImage.h"
+#include "media/reference/PassImage.h"
 
 namespace Media {
 

@@ -1,4 +1,4 @@
-#include "media/pass/SampleReference.h"
+#include "media/reference/SampleReference.h"
 
 #include <cmath>
 
