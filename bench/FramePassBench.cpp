@@ -1,12 +1,16 @@
-// Frame passes at 1920x1080 in the default pixel format (RGBA16F), by the draw and the
-// compute path, and a 16-layer source-over composition as draws, as one dispatch per
-// layer and as one fused dispatch. Each iteration runs a batch on the GPU thread and
-// waits for the GPU to finish; the time per frame (ms) and the achieved bandwidth (the
-// least bytes the work must read and write, per second) are reported as counters.
+// Frame passes at 1920x1080 in the default pixel format (RGBA16F), by the draw path, the
+// compute path and the path the passes choose for themselves, and a 16-layer source-over
+// composition as draws, as one dispatch per layer, as one fused dispatch, on the path a
+// plain copy pass would choose (one choice for every operation of the device), and on
+// the path the composition chooses for itself. Each iteration runs a batch on the GPU
+// thread and waits for the GPU to finish; the time per frame (ms) and the achieved
+// bandwidth (the least bytes the work must read and write, per second) are reported as
+// counters.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -115,18 +119,25 @@ void measure(benchmark::State& state, double bytes, Frame&& frame) {
 }
 
 // One pass under the plain source-over state: its sources and the target are read, the
-// target written.
-void framePass(benchmark::State& state, FramePass pass, FramePassPath path) {
+// target written. No path: the one the passes choose, measured at the first run.
+void framePass(benchmark::State& state, FramePass pass, std::optional<FramePassPath> path) {
   Bench& b = bench();
   if (!b.device) return state.SkipWithError(("the graphics device could not start: " + b.failure).c_str());
   PassOptions options;
   options.constants = b.constants[static_cast<std::size_t>(pass)].get();
   options.blendState = kBlendStateSourceOver;
   const double bytes = (framePassInfo(pass).sourceCount + 2) * kBytesPerPixel * kWidth * kHeight;
-  measure(state, bytes, [&] { b.passes->run(pass, path, *b.target, {b.layers[0].get(), b.layers[1].get()}, options); });
+  measure(state, bytes, [&] {
+    if (path) {
+      b.passes->run(pass, *path, *b.target, {b.layers[0].get(), b.layers[1].get()}, options);
+    } else {
+      b.passes->run(pass, *b.target, {b.layers[0].get(), b.layers[1].get()}, options);
+    }
+  });
+  if (!path) state.SetLabel(b.passes->chosenPath(pass) == FramePassPath::Compute ? "compute" : "draw");
 }
 
-enum class Composition { Draws, DispatchPerLayer, FusedDispatch };
+enum class Composition { Draws, DispatchPerLayer, FusedDispatch, PathOfACopyPass, ChosenPath };
 
 void sourceOver(benchmark::State& state, Composition how) {
   Bench& b = bench();
@@ -140,6 +151,15 @@ void sourceOver(benchmark::State& state, Composition how) {
   // the target is read and written once.
   const double bytes = how == Composition::FusedDispatch ? (kLayers + 2) * kBytesPerPixel * pixels
                                                          : kLayers * 3 * kBytesPerPixel * pixels;
+  // A device with one choice for everything took the path a plain copy pass runs faster.
+  FramePassPath copyPath = FramePassPath::Draw;
+  if (how == Composition::PathOfACopyPass) {
+    b.device->run([&] {
+      FramePasses fresh(*b.device, kWidth, kHeight);
+      fresh.run(FramePass::Copy, *b.target, {b.layers[0].get()}, options);
+      copyPath = *fresh.chosenPath(FramePass::Copy);
+    });
+  }
   measure(state, bytes, [&] {
     switch (how) {
       case Composition::Draws: b.passes->composeSourceOver(*b.target, layers, FramePassPath::Draw); break;
@@ -151,15 +171,21 @@ void sourceOver(benchmark::State& state, Composition how) {
       case Composition::FusedDispatch:
         b.passes->composeSourceOver(*b.target, layers, FramePassPath::Compute);
         break;
+      case Composition::PathOfACopyPass: b.passes->composeSourceOver(*b.target, layers, copyPath); break;
+      case Composition::ChosenPath: b.passes->composeSourceOver(*b.target, layers); break;
     }
   });
+  const auto label = [](FramePassPath path) { return path == FramePassPath::Compute ? "fused" : "draws"; };
+  if (how == Composition::PathOfACopyPass) state.SetLabel(label(copyPath));
+  if (how == Composition::ChosenPath) state.SetLabel(label(*b.passes->chosenCompositionPath()));
 }
 
 void registerAll() {
   for (std::size_t p = 0; p < kFramePassCount; ++p) {
     const auto pass = static_cast<FramePass>(p);
-    for (const auto& [path, name] :
-         {std::pair{FramePassPath::Draw, "Draw"}, std::pair{FramePassPath::Compute, "Compute"}}) {
+    for (const auto& [path, name] : {std::pair{std::optional{FramePassPath::Draw}, "Draw"},
+                                     std::pair{std::optional{FramePassPath::Compute}, "Compute"},
+                                     std::pair{std::optional<FramePassPath>{}, "Chosen"}}) {
       benchmark::RegisterBenchmark(
           ("FramePass/" + std::to_string(p) + "_" + framePassInfo(pass).name + "/" + name).c_str(),
           [pass, path = path](benchmark::State& state) { framePass(state, pass, path); })
@@ -169,7 +195,9 @@ void registerAll() {
   }
   for (const auto& [how, name] : {std::pair{Composition::Draws, "Draws"},
                                   std::pair{Composition::DispatchPerLayer, "DispatchPerLayer"},
-                                  std::pair{Composition::FusedDispatch, "FusedDispatch"}}) {
+                                  std::pair{Composition::FusedDispatch, "FusedDispatch"},
+                                  std::pair{Composition::PathOfACopyPass, "PathOfACopyPass"},
+                                  std::pair{Composition::ChosenPath, "ChosenPath"}}) {
     benchmark::RegisterBenchmark((std::string("SourceOver16Layers/") + name).c_str(),
                                  [how = how](benchmark::State& state) { sourceOver(state, how); })
         ->UseManualTime()

@@ -2,6 +2,7 @@
 // logic (state memory, bindings, buffer life cycles) is checked without a GPU.
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -70,7 +71,11 @@ class FakeBackend : public Media::GraphicsBackend {
     bufferContents[++next_] = bytes ? std::vector<std::byte>(bytes, bytes + size) : std::vector<std::byte>(size);
     return next_;
   }
-  void updateBuffer(Media::GpuId, const void*, std::size_t) override { calls.push_back("updateBuffer"); }
+  void updateBuffer(Media::GpuId buffer, const void* data, std::size_t size) override {
+    calls.push_back("updateBuffer");
+    const auto* bytes = static_cast<const std::byte*>(data);
+    std::copy(bytes, bytes + size, bufferContents[buffer].begin());
+  }
   void destroyBuffer(Media::GpuId) override { --buffersLive; }
 
   Media::GpuId createShader(Media::ShaderStage, const std::string& glsl, const char*, const char*) override {

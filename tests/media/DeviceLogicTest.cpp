@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -11,6 +12,7 @@
 
 #include "media/ComputeShader.h"
 #include "media/ConstantBufferCommon.h"
+#include "media/CpuAccessBuffer.h"
 #include "media/DeviceFakeBackend.h"
 #include "media/GraphicsDevice.h"
 #include "media/GraphicsService.h"
@@ -18,6 +20,7 @@
 #include "media/RenderBuffer.h"
 #include "media/ResourceBuffer.h"
 #include "media/VertexList.h"
+#include "media/pass/FramePasses.h"
 #include "system/Exception.h"
 #include "system/IniFile.h"
 
@@ -285,6 +288,192 @@ TEST_F(DeviceLogic, ComputeProgramFollowsTheFormatOfTheBoundImage) {
   ASSERT_EQ(fake_->shaderSources.size(), 2u);
   EXPECT_NE(fake_->shaderSources[0].find("rgba16f"), std::string::npos);
   EXPECT_NE(fake_->shaderSources[1].find("rgba8"), std::string::npos);
+}
+
+}  // namespace
+
+namespace {
+
+// What a thread other than the GPU thread may do: make frames, shaders and constants,
+// whose GPU work is handed over, but never reach the back end itself.
+TEST_F(DeviceLogic, OtherThreadsHandTheirGpuWorkOverAndCannotReachTheBackEnd) {
+  std::unique_ptr<Media::RenderBuffer> frame;
+  Media::PixelShader shader(device_);
+  Media::ConstantBufferCommon constants(device_);
+  std::optional<System::NoteException> direct;
+  std::thread([&] {
+    frame = std::make_unique<Media::RenderBuffer>(device_, 4, 3);
+    shader.load(pixelShader({{"SV_Position", 0, 15, Media::ComponentType::Float32}}));
+    constants.create(Media::Color{1, 2, 3, 4});
+    direct = thrown<System::NoteException>([&] { device_.backend(); });
+  }).join();
+  EXPECT_NE(frame->texture(), 0u);
+  EXPECT_NE(constants.buffer(), 0u);
+  EXPECT_EQ(fake_->shaderSources.size(), 1u);
+  ASSERT_TRUE(direct);
+  EXPECT_NE(direct->text().find("Media::GraphicsDevice::backend"), std::string::npos);
+  EXPECT_THROW(device_.finish(), System::NoteException);
+  frame.reset();
+}
+
+// A frame in the pixel format is a compute target like any image; the images a
+// dispatch used are unbound after it.
+TEST_F(DeviceLogic, FrameIsAComputeTargetAndImagesAreUnboundAfterTheDispatch) {
+  Media::CompiledShader shader;
+  shader.stage = Media::ShaderStage::Compute;
+  shader.glsl = "layout(binding = 2, SORVEL_IMAGE_FORMAT_2) uniform image2D framebuffer;";
+  shader.images = {{0, 2}};
+  gpu([&] {
+    Media::ComputeShader compute(device_);
+    compute.load(shader);
+    Media::RenderBuffer frame(device_, 5, 5);
+    device_.setComputeTarget(0, frame);
+    compute.dispatch(1, 1, 1);
+    EXPECT_EQ(fake_->imagesAtDispatch.at(2), frame.texture());
+    EXPECT_TRUE(fake_->imageUnits.empty());
+
+    Media::RenderBuffer mask(device_, 5, 5, Format::A8Unorm);
+    EXPECT_THROW(device_.setComputeTarget(0, mask), System::HResultException);
+    device_.setRenderTarget(mask);
+    EXPECT_EQ(fake_->boundTargetFormat, Format::A8Unorm);
+  });
+}
+
+// Constants shorter than the shader's block are bound as a copy padded with zeros,
+// made once while the contents stay.
+TEST_F(DeviceLogic, ShortConstantBufferIsBoundPaddedWithZeros) {
+  Media::CompiledShader compiled = pixelShader({{"SV_Position", 0, 15, Media::ComponentType::Float32}});
+  compiled.constants = {{0, 3, 48}};
+  gpu([&] {
+    Media::PixelShader shader(device_);
+    shader.load(compiled);
+    Media::ResourceBuffer target(device_, 2, 2);
+    Media::ConstantBufferCommon constants(device_);
+    constants.create(Media::Color{1, 2, 3, 4});
+    shader.draw(target, {}, {&constants, std::nullopt, std::nullopt});
+    const Media::GpuId padded = fake_->constantBuffers.at(3);
+    ASSERT_NE(padded, constants.buffer());
+    const std::vector<std::byte>& bytes = fake_->bufferContents.at(padded);
+    ASSERT_EQ(bytes.size(), 48u);
+    float first[4];
+    std::memcpy(first, bytes.data(), 16);
+    EXPECT_EQ(first[3], 4.0f);
+    EXPECT_TRUE(std::all_of(bytes.begin() + 16, bytes.end(), [](std::byte b) { return b == std::byte{0}; }));
+    shader.draw(target, {}, {&constants, std::nullopt, std::nullopt});
+    EXPECT_EQ(fake_->constantBuffers.at(3), padded);
+    constants.update(Media::Color{5, 6, 7, 8}.data());
+    shader.draw(target, {}, {&constants, std::nullopt, std::nullopt});
+    EXPECT_NE(fake_->constantBuffers.at(3), padded);
+  });
+}
+
+// A YUY2 row ends in a whole block of two pixels; an upload with fewer bytes than its
+// rows need is refused rather than read past.
+TEST_F(DeviceLogic, OddWidthYuy2RowsEndInAWholeBlock) {
+  EXPECT_EQ(Media::rowBytes(Format::Yuy2, 3), 8u);
+  EXPECT_EQ(Media::rowBytes(Format::Yuy2, 4), 8u);
+  EXPECT_EQ(Media::rowBytes(Format::Yuy2Packed, 1), 4u);
+  EXPECT_THROW(Media::ResourceBuffer(device_, 3, 2, Format::Yuy2, std::vector<std::byte>(12)), System::NoteException);
+  Media::ResourceBuffer padded(device_, 3, 2, Format::Yuy2, std::vector<std::byte>(16));
+  EXPECT_EQ(padded.format(), Format::Yuy2Packed);
+  EXPECT_EQ(padded.width(), 3u);
+}
+
+// Auxiliary buffers follow the frame's size; lights and their shadow map slots go
+// together.
+TEST_F(DeviceLogic, AuxiliaryBuffersAreRemadeAfterAResizeAndLightsKeepTheirShadowSlots) {
+  gpu([&] {
+    Media::RenderBuffer frame(device_, 8, 6);
+    const Media::GpuId depth = frame.depthBuffer().texture();
+    EXPECT_EQ(frame.depthBuffer().texture(), depth);
+    frame.createTexture2D(10, 4);
+    EXPECT_EQ(frame.depthBuffer().width(), 10u);
+    EXPECT_EQ(frame.depthBuffer().height(), 4u);
+    EXPECT_EQ(fake_->liveTextures.count(depth), 0u);
+
+    Media::LightRecord light;
+    light.type = Media::LightType::ParallelWithShadow;
+    frame.addLight(light);
+    frame.addLight(Media::LightRecord{});
+    ASSERT_EQ(frame.lights().size(), 2u);
+    EXPECT_EQ(frame.lights()[0].type, Media::LightType::ParallelWithShadow);
+    ASSERT_EQ(frame.shadowMaps().size(), 2u);
+    EXPECT_EQ(frame.shadowMaps()[1], nullptr);
+    EXPECT_EQ(frame.shadowMap(1).width(), 64u);
+    frame.clearLights();
+    EXPECT_TRUE(frame.lights().empty());
+    EXPECT_TRUE(frame.shadowMaps().empty());
+  });
+}
+
+// Points are a list of their own topology; the strip form of a single quad sends four
+// corners in the order p0, p1, p3, p2 through the shared buffer.
+TEST_F(DeviceLogic, PointsAndTheStripFormOfASingleQuad) {
+  gpu([&] {
+    const Media::XYZ_COL points[3] = {};
+    device_.drawPoints(points, sizeof(Media::XYZ_COL), 3);
+    EXPECT_EQ(fake_->lastTopology, Media::Topology::PointList);
+    EXPECT_EQ(fake_->drawCounts.back(), 3u);
+
+    Media::VertexListQuadPosUv quad;
+    for (int i = 0; i < 4; ++i) quad.push({float(i), 0, 0, 0, 0, 0, 0});
+    device_.singleQuadBuffer();
+    const std::size_t created = fake_->buffersCreated;
+    quad.drawStrip(device_);
+    EXPECT_EQ(fake_->buffersCreated, created);
+    EXPECT_EQ(fake_->lastTopology, Media::Topology::TriangleStrip);
+    EXPECT_EQ(fake_->drawCounts.back(), 4u);
+    const std::vector<std::byte>& sent = fake_->bufferContents.at(device_.singleQuadBuffer());
+    float x[4];
+    for (int i = 0; i < 4; ++i) std::memcpy(&x[i], sent.data() + i * sizeof(Media::XYZ_UV), sizeof(float));
+    EXPECT_EQ(std::vector<float>(x, x + 4), (std::vector<float>{0, 1, 3, 2}));
+  });
+}
+
+// Each kind of pass and the composition keep their own choice of path: measured at
+// first use, or fixed beforehand.
+TEST_F(DeviceLogic, EachKindOfPassKeepsItsOwnPath) {
+  gpu([&] {
+    Media::FramePasses passes(device_, 16, 16);
+    Media::RenderBuffer frame(device_, 8, 8);
+    Media::ResourceBuffer layer(device_, 8, 8);
+    passes.choosePath(Media::FramePass::Copy, Media::FramePassPath::Compute);
+    fake_->calls.clear();
+    passes.run(Media::FramePass::Copy, frame, {&layer});
+    EXPECT_EQ(count("dispatch"), 1u);
+    EXPECT_EQ(count("draw"), 0u);
+
+    EXPECT_FALSE(passes.chosenPath(Media::FramePass::Saturate));
+    passes.run(Media::FramePass::Saturate, frame, {&layer});
+    EXPECT_TRUE(passes.chosenPath(Media::FramePass::Saturate));
+    EXPECT_FALSE(passes.chosenPath(Media::FramePass::ClampToAlpha));
+    EXPECT_FALSE(passes.chosenCompositionPath());
+
+    passes.chooseCompositionPath(Media::FramePassPath::Draw);
+    Media::ResourceBuffer* layers[] = {&layer, &layer, &layer};
+    fake_->calls.clear();
+    passes.composeSourceOver(frame, layers);
+    EXPECT_EQ(count("draw"), 3u);
+    EXPECT_EQ(count("dispatch"), 0u);
+    EXPECT_EQ(passes.chosenPath(Media::FramePass::Copy), Media::FramePassPath::Compute);
+  });
+}
+
+// A read-back is queued on the GPU thread and waited for, and copied out, on the
+// caller's; a mask comes back as its alpha bytes.
+TEST_F(DeviceLogic, ReadBackIsQueuedThenWaitedForByItsReader) {
+  std::unique_ptr<Media::CpuAccessBuffer> pending;
+  gpu([&] {
+    Media::RenderBuffer mask(device_, 3, 2, Format::A8Unorm);
+    pending = mask.startReadBack();
+  });
+  EXPECT_EQ(count("beginRead"), 1u);
+  EXPECT_EQ(count("waitRead"), 0u);
+  const std::vector<std::byte> bytes = pending->takeData();
+  EXPECT_EQ(count("waitRead"), 1u);
+  EXPECT_EQ(bytes, std::vector<std::byte>(6, std::byte{0x40}));
+  pending.reset();
+  gpu([&] { EXPECT_TRUE(fake_->reads.empty()); });
 }
 
 }  // namespace

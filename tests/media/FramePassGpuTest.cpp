@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
 #include <string>
 #include <vector>
@@ -171,6 +172,79 @@ TEST_F(FramePassGpuTest, FusedSourceOverEqualsOneDrawPerLayer) {
       actual = readImage(*target);
     });
     expectImageNear(actual.pixels, expected, 1e-4f);
+  }
+}
+
+// Values worked out by hand from what each pass is said to compute, not from the CPU
+// reference: a source of two pixels (or four along x for the box), no blending.
+TEST_F(FramePassGpuTest, PassesGiveTheValuesWorkedOutByHand) {
+  const float e = 2.7182818f;
+  struct Case {
+    FramePass pass;
+    std::vector<std::byte> constants;
+    std::vector<Rgba> source;
+    std::vector<Rgba> expected;
+  };
+  const Case cases[] = {
+      // transform * saturate(rgba) + offset, with a diagonal transform.
+      {FramePass::ColorMatrixAddLast,
+       bytes(ColorMatrixConstants{{0.5f, 0, 0, 0, 0, 1, 0, 0, 0, 0, 2, 0, 0, 0, 0, 1}, {0.125f, 0, 0, 0}}),
+       {{0.375f, 1.5f, 0.25f, 1}, {-1, 0.5f, 0.5f, 0.5f}},
+       {{0.3125f, 1, 0.5f, 1}, {0.125f, 0.5f, 1, 0.5f}}},
+      {FramePass::Fill, bytes(ColorConstants{{0.25f, 0.5f, 0.75f, 0.5f}}), {{}, {}},
+       {{0.25f, 0.5f, 0.75f, 0.5f}, {0.25f, 0.5f, 0.75f, 0.5f}}},
+      {FramePass::FillWhite, {}, {{}, {}}, {{1, 1, 1, 1}, {1, 1, 1, 1}}},
+      // The colour times the source's alpha.
+      {FramePass::MaskToColor, bytes(ColorConstants{{0.25f, 0.5f, 0.75f, 1}}), {{0.5f, 0, 0, 0.5f}, {0, 0, 0, 1}},
+       {{0.125f, 0.25f, 0.375f, 0.5f}, {0.25f, 0.5f, 0.75f, 1}}},
+      {FramePass::CopyAlpha, bytes(AlphaConstants{0.5f}), {{0.375f, 0.25f, 0.125f, 0.75f}, {1, 1, 1, 1}},
+       {{0.1875f, 0.125f, 0.0625f, 0.375f}, {0.5f, 0.5f, 0.5f, 0.5f}}},
+      {FramePass::StraightToPremultiplied, {}, {{0.5f, 0.25f, 1, 0.5f}, {1, 0.5f, 0, 0.25f}},
+       {{0.25f, 0.125f, 0.5f, 0.5f}, {0.25f, 0.125f, 0, 0.25f}}},
+      {FramePass::PremultipliedToStraight, {}, {{0.25f, 0.125f, 0.5f, 0.5f}, {0.25f, 0.125f, 0, 0.25f}},
+       {{0.5f, 0.25f, 1, 0.5f}, {1, 0.5f, 0, 0.25f}}},
+      {FramePass::CopyOpaque, {}, {{0.25f, 0.5f, 0.75f, 0.5f}, {0, 0, 0, 0}}, {{0.25f, 0.5f, 0.75f, 1}, {0, 0, 0, 1}}},
+      {FramePass::Saturate, {}, {{1.5f, -0.25f, 0.5f, 2}, {0, 1, 0.25f, 0.75f}},
+       {{1, 0, 0.5f, 1}, {0, 1, 0.25f, 0.75f}}},
+      // Two pixels of the target from four of the source, then one that starts at the
+      // last source pixel and reads it again past the edge.
+      {FramePass::BoxX, bytes(BoxConstants{2, 0}), {{0.125f, 0, 0, 1}, {0.375f, 0, 0, 1}, {0.5f, 0, 0, 1}, {0.75f, 0, 0, 1}},
+       {{0.25f, 0, 0, 1}, {0.625f, 0, 0, 1}}},
+      {FramePass::BoxX, bytes(BoxConstants{2, 3}), {{0.125f, 0, 0, 1}, {0.375f, 0, 0, 1}, {0.5f, 0, 0, 1}, {0.75f, 0, 0, 1}},
+       {{0.75f, 0, 0, 1}, {0.75f, 0, 0, 1}}},
+      // Luma 0.5 above a threshold of 0.25 with ratio 2 gives w = 0.5; luma 1 gives
+      // w = 1.5, which the limit 0.5 caps in colour and 1 in alpha.
+      {FramePass::Glow, bytes(GlowConstants{0.25f, 2, 0.5f}), {{0.5f, 0.5f, 0.5f, 1}, {1, 1, 1, 1}},
+       {{0.25f, 0.25f, 0.25f, 0.5f}, {0.5f, 0.5f, 0.5f, 1}}},
+      // exp2((c * 1 + 1) * log2(e)) = e^(c + 1).
+      {FramePass::ExpRemap, bytes(ExpRemapConstants{1}), {{0, 0.5f, 1, 0.5f}, {2, -1, 0.25f, 1}},
+       {{e, e * std::sqrt(e), e * e, 0.5f}, {e * e, e, std::exp(1.25f), 1}}},
+      // (ln(c) - 1) * 0.5, where a channel below e (never an output of pass 21) reads as e.
+      {FramePass::LogRemap, bytes(LogRemapConstants{0.5f}), {{e, e * e, 1, 0.25f}, {e * std::sqrt(e), 1, e, 1}},
+       {{0, 0.5f, 0, 0.25f}, {0.25f, 0, 0, 1}}},
+  };
+  for (const Case& c : cases) {
+    PassImage source(static_cast<std::uint32_t>(c.source.size()), 1);
+    for (std::uint32_t x = 0; x < source.width; ++x) source.set(x, 0, c.source[x]);
+    PassImage expected(static_cast<std::uint32_t>(c.expected.size()), 1);
+    for (std::uint32_t x = 0; x < expected.width; ++x) expected.set(x, 0, c.expected[x]);
+    for (FramePassPath path : kPaths) {
+      SCOPED_TRACE(std::string(framePassInfo(c.pass).name) + (path == FramePassPath::Draw ? " draw" : " compute"));
+      PassImage actual;
+      onGpu([&] {
+        auto gpuSource = upload(source);
+        auto target = upload(PassImage(expected.width, 1));
+        ConstantBufferCommon constants(gpu());
+        PassOptions options;
+        if (!c.constants.empty()) {
+          constants.create(c.constants.data(), c.constants.size());
+          options.constants = &constants;
+        }
+        passes_->run(c.pass, path, *target, {gpuSource.get()}, options);
+        actual = readImage(*target);
+      });
+      expectImageNear(actual.pixels, expected, 1e-3f);
+    }
   }
 }
 

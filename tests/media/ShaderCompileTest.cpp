@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <filesystem>
 #include <vector>
 
 #include "media/ShaderCompile.h"
 #include "system/Exception.h"
 #include "system/Log.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
@@ -236,6 +238,48 @@ float4 glob(float4 pos : SV_Position) : SV_Target { return gain * pos + shift.xy
   EXPECT_EQ(shader.constants[0].slot, 0u);
   EXPECT_EQ(shader.constants[0].sizeInBytes, 16u);
   EXPECT_NE(shader.glsl.find("v.m1 = uintBitsToFloat(sorvel_b0_registers[0].yz);"), std::string::npos) << shader.glsl;
+}
+
+}  // namespace
+
+namespace {
+
+// An #include is read beside the file that names it, and only inside the script
+// folders: a library next to the script works, a nested one beside itself, while a
+// file outside the folders or a missing one fails the compile with the reason.
+TEST_F(ShaderCompileTest, IncludesAreReadBesideTheirFileInsideTheScriptFolders) {
+  const TestSupport::TempDirectory folder;
+  folder.writeFile("script/lib/tone.hlsli", "#include \"gain.hlsli\"\nfloat4 toned(float4 c) { return c * gain; }\n");
+  folder.writeFile("script/lib/gain.hlsli", "static const float gain = 0.5;\n");
+  folder.writeFile("secret.hlsli", "static const float gain = 2.0;\n");
+  const std::vector<std::filesystem::path> scriptFolders = {folder.path() / "script"};
+  const std::string name = (folder.path() / "script").string() + "\\fx.anm2.tone";
+  const std::string body = "float4 tone(float4 p : SV_Position) : SV_Target { return TONE(p); }\n";
+
+  const CompiledShader shader = ShaderCompile::compileFromMemory(
+      name, "#include \"lib/tone.hlsli\"\n#define TONE(p) toned(p)\n" + body, "tone", "ps_5_0", scriptFolders);
+  EXPECT_EQ(glslErrors(shader), "");
+
+  struct Case {
+    const char* include;
+    std::vector<std::filesystem::path> folders;
+    const char* reason;
+  };
+  const Case cases[] = {
+      {"#include \"../secret.hlsli\"", scriptFolders, "outside the script folders"},
+      {"#include <lib/tone.hlsli>", {}, "outside the script folders"},
+      {"#include \"lib/missing.hlsli\"", scriptFolders, "cannot open include file"},
+  };
+  for (const Case& c : cases) {
+    try {
+      ShaderCompile::compileFromMemory(name, std::string(c.include) + "\n#define TONE(p) p\n" + body, "tone",
+                                       "ps_5_0", c.folders);
+      ADD_FAILURE() << c.include << " compiled";
+    } catch (const System::NoteException& e) {
+      EXPECT_EQ(e.message(), "D3DCompile() failed");
+      EXPECT_NE(e.text().find(c.reason), std::string::npos) << c.include << ": " << e.text();
+    }
+  }
 }
 
 }  // namespace
