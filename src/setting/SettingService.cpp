@@ -5,6 +5,7 @@
 
 #include "setting/DpiScaling.h"
 #include "system/ConfigParameter.h"
+#include "system/File.h"
 #include "system/MainIniFile.h"
 #include "system/Singleton.h"
 #include "system/Text.h"
@@ -52,6 +53,10 @@ SettingService::SettingService() : startTime_(std::chrono::steady_clock::now()) 
   // The user's file first, then the installation's fills in what it does not say.
   system_.loadFile(L"%AppData%/system.conf");
   system_.loadFile(L"%AppInstall%/system.conf", true);
+  // Every file read whole from here on is held to the limit that the tuning file states;
+  // the tuning files themselves are read under the built-in one.
+  const std::int32_t megabytes = config()["TextFileSizeLimit"].tryInt().value_or(0);
+  System::File::setReadAllLimit(megabytes > 0 ? std::int64_t{megabytes} << 20 : System::File::kDefaultReadAllLimit);
 
   System::Singleton<System::MainIniFile>::acquire();
   if (metricsSource()) metrics_ = clamped(metricsSource()());

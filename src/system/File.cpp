@@ -1,6 +1,7 @@
 #include "system/File.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <system_error>
@@ -12,6 +13,8 @@
 namespace System {
 
 namespace {
+
+std::atomic<std::int64_t> readAllLimitBytes{File::kDefaultReadAllLimit};
 
 // Paths are bytes on this system; the program's wide paths are stored as UTF-8 there.
 std::filesystem::path nativePath(const std::wstring& path) { return std::filesystem::path(Text::toUtf8(FileName::expand(path))); }
@@ -95,12 +98,37 @@ bool File::remove(const std::wstring& path) noexcept {
   }
 }
 
+std::int64_t File::readAllLimit() noexcept { return readAllLimitBytes.load(std::memory_order_relaxed); }
+
+void File::setReadAllLimit(std::int64_t bytes) noexcept { readAllLimitBytes.store(bytes, std::memory_order_relaxed); }
+
 std::string File::readAll(const std::wstring& path) {
+  constexpr const char* kPlace = "System::File::readAll";
+  const std::int64_t limit = readAllLimit();
+  const auto tooLarge = [&](std::int64_t size) {
+    return NoteException(kPlace, "file is larger than the read limit.",
+                         Text::toUtf8(path) + Text::format(96, " (%lld bytes; the limit is %lld)",
+                                                           static_cast<long long>(size), static_cast<long long>(limit)));
+  };
+  // Looked at before opening: opening a pipe waits for a writer.
+  std::error_code error;
+  const std::filesystem::path native(Text::toUtf8(path));
+  const std::filesystem::file_status status = std::filesystem::status(native, error);
+  if (!error && !std::filesystem::is_regular_file(status)) {
+    throw NoteException(kPlace, "not a regular file.", Text::toUtf8(path));
+  }
+  const std::uintmax_t size = error ? 0 : std::filesystem::file_size(native, error);
+  if (!error && size > static_cast<std::uintmax_t>(limit)) throw tooLarge(static_cast<std::int64_t>(size));
+
   File file;
   file.open(path, Mode::Read);
   std::string content;
   char buffer[65536];
   for (std::size_t got = file.read(buffer, sizeof(buffer)); got > 0; got = file.read(buffer, sizeof(buffer))) {
+    // A file that grows while it is read is held to the same limit.
+    if (static_cast<std::int64_t>(content.size() + got) > limit) {
+      throw tooLarge(static_cast<std::int64_t>(content.size() + got));
+    }
     content.append(buffer, got);
   }
   return content;

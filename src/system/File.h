@@ -48,8 +48,16 @@ class File {
   static bool isDirectory(const std::wstring& path);
   // Removes a file; false when it could not be removed (errors are the caller's choice).
   static bool remove(const std::wstring& path) noexcept;
-  // Reads a whole file; throws like open() and read().
+  // Reads a whole file; throws like open() and read(). What is not a regular file (a
+  // folder, a device, a pipe) is refused before it is opened, and so is a file larger
+  // than readAllLimit(): a damaged or hostile path must not make the program read
+  // without end.
   static std::string readAll(const std::wstring& path);
+  // Bytes that readAll() takes at most; 1 GiB unless the settings say otherwise. Any
+  // thread may read it.
+  static std::int64_t readAllLimit() noexcept;
+  static void setReadAllLimit(std::int64_t bytes) noexcept;
+  static constexpr std::int64_t kDefaultReadAllLimit = std::int64_t{1} << 30;
 
  private:
   int descriptor_ = -1;

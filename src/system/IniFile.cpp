@@ -45,11 +45,21 @@ void IniFile::loadFile(std::wstring_view path, bool merge, bool ansi) {
   if (!File::exists(expanded)) return;
   std::string content;
   try {
-    content = File::readAll(expanded);
+    content = readText(expanded);
   } catch (const Exception&) {
+    // Logged as it was built; the document stays as it is.
     return;
   }
   read(content, merge, ansi, &expanded);
+  Log::verbose(kLoadFilePlace, "load ini file : %s (section=%d)", Text::toUtf8(expanded).c_str(),
+               static_cast<int>(sections_.size()));
+}
+
+void IniFile::readFile(std::wstring_view path) {
+  const std::wstring expanded = FileName::expand(path);
+  sections_.clear();
+  fileName_ = expanded;
+  read(readText(expanded), false, false, &expanded);
   Log::verbose(kLoadFilePlace, "load ini file : %s (section=%d)", Text::toUtf8(expanded).c_str(),
                static_cast<int>(sections_.size()));
 }
@@ -60,7 +70,30 @@ void IniFile::loadMemory(std::string_view text) {
   read(text, false, false, nullptr);
 }
 
+std::string IniFile::readText(const std::wstring& path) {
+  std::string text = File::readAll(path);
+  // Notepad and friends write UTF-16 with a byte order mark; without one, the zero byte
+  // beside the first character gives it away. Read as UTF-8 it would be nothing but
+  // illegal lines.
+  const bool marked = text.starts_with("\xff\xfe") || text.starts_with("\xfe\xff");
+  const bool zeroBeside = text.size() >= 2 && (text[0] == '\0') != (text[1] == '\0');
+  if (marked || zeroBeside) {
+    throw NoteException(kLoadFilePlace, "ini file is UTF-16 text; only UTF-8 is read.", Text::toUtf8(path));
+  }
+  return text;
+}
+
 void IniFile::read(std::string_view text, bool merge, bool ansi, const std::wstring* filePath) {
+  // Files saved as "UTF-8 with BOM" are UTF-8 all the same; the mark is no part of the
+  // first line.
+  constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+  if (!merge) byteOrderMarkSkipped_ = false;
+  if (text.starts_with(kByteOrderMark)) {
+    text.remove_prefix(kByteOrderMark.size());
+    byteOrderMarkSkipped_ = true;
+    Log::info(filePath ? kLoadFilePlace : kLoadMemoryPlace, "ini file byte order mark skipped. file=%s",
+              filePath ? Text::toUtf8(*filePath).c_str() : "");
+  }
   Sections::Entry* current = nullptr;
   std::int32_t lineNumber = 0;
   std::string converted;

@@ -131,8 +131,13 @@ class IniFile {
   // `merge` only keys that are missing are added. A file that cannot be read leaves the
   // document as it is. `ansi` files are CP932.
   void loadFile(std::wstring_view path, bool merge = false, bool ansi = false);
+  // A load without merge for a caller that must say why a file was not read: a file
+  // that File::readAll refuses, or one in UTF-16, throws and leaves the document empty.
+  void readFile(std::wstring_view path);
   // Clears the document, its file name included, and reads `text`.
   void loadMemory(std::string_view text);
+  // The last load began with a UTF-8 byte order mark, which was skipped.
+  bool byteOrderMarkSkipped() const noexcept { return byteOrderMarkSkipped_; }
 
   SectionRef section(std::string_view name);
   // The section "<name>.<index>", one element of a series.
@@ -146,6 +151,8 @@ class IniFile {
   void setWriteOnDestruction(bool write) noexcept { writeOnDestruction_ = write; }
 
  private:
+  // The bytes of a file for read(); throws for a file that cannot be used at all.
+  static std::string readText(const std::wstring& path);
   // `filePath` names the file being read, for the warnings; null for memory text.
   void read(std::string_view text, bool merge, bool ansi, const std::wstring* filePath);
   // "file=<name>(line <n>)", the first half of every note; the line only when known.
@@ -154,6 +161,7 @@ class IniFile {
   Sections sections_;
   std::wstring fileName_;
   bool writeOnDestruction_ = false;
+  bool byteOrderMarkSkipped_ = false;
 };
 
 }  // namespace System

@@ -23,7 +23,8 @@ TEST_F(InstalledConfTest, SystemConfHoldsTheRequiredKeys) {
   System::IniFile system;
   load(system, "system.conf");
   const auto config = system.section("Config");
-  for (const char* key : {"ShadowBufferSize", "TemporaryImageCacheSize", "PixelFormat", "MaskFormat"}) {
+  for (const char* key :
+       {"ShadowBufferSize", "TemporaryImageCacheSize", "PixelFormat", "MaskFormat", "TextFileSizeLimit"}) {
     EXPECT_GT(config.getValue(key).toInt(), 0) << key;
   }
   EXPECT_FALSE(config.getValue("PreviewZoom").split(",").empty());

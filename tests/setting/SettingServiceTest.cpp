@@ -8,6 +8,7 @@
 #include "setting/FrameRateMap.h"
 #include "setting/SettingService.h"
 #include "support/TempDirectory.h"
+#include "system/File.h"
 #include "system/FileName.h"
 #include "system/IniFile.h"
 #include "system/Singleton.h"
@@ -52,6 +53,18 @@ TEST_F(SettingServiceTest, UsersFileOverridesTheInstallationKeyByKey) {
   EXPECT_EQ(settings.config()["ShadowBufferSize"].toInt(), 2048);
   EXPECT_EQ(settings.config()["PixelFormat"].toInt(), 10);
   EXPECT_TRUE(settings.config()["Missing"].empty());
+}
+
+// The tuning files say how large a file the program reads whole; a value that does not
+// make sense leaves the built-in limit.
+TEST_F(SettingServiceTest, TheReadLimitComesFromTheSystemFile) {
+  install_.writeFile("data/system.conf", "[Config]\r\nTextFileSizeLimit=2\r\n");
+  start();
+  EXPECT_EQ(System::File::readAllLimit(), 2 * 1024 * 1024);
+  stop();
+  install_.writeFile("data/system.conf", "[Config]\r\nTextFileSizeLimit=-1\r\n");
+  start();
+  EXPECT_EQ(System::File::readAllLimit(), System::File::kDefaultReadAllLimit);
 }
 
 TEST_F(SettingServiceTest, EditGroupGivesNewScenesTheirValuesAndIsWrittenAtExit) {

@@ -71,6 +71,30 @@ TEST(FileAccess, OpenFailureNamesTheFile) {
   EXPECT_FALSE(file.isOpen());
 }
 
+// Whole-file reads take only regular files, up to the limit the settings give.
+TEST(FileAccess, ReadAllRefusesWhatIsNoRegularFileAndWhatIsTooLarge) {
+  TestSupport::TempDirectory folder;
+  const std::wstring small = folder.writeFile("small.txt", std::string(16, 'x')).wstring();
+  const std::wstring large = folder.writeFile("large.txt", std::string(17, 'x')).wstring();
+  const auto failure = [](const std::wstring& path) -> std::string {
+    try {
+      System::File::readAll(path);
+    } catch (const System::NoteException& e) {
+      return e.what();
+    }
+    return "read";
+  };
+  EXPECT_EQ(failure(L"/dev/zero"), "not a regular file.\n\n[Note]\n/dev/zero\n\n[Place]\nSystem::File::readAll()");
+  EXPECT_NE(failure(folder.wide()).find("not a regular file."), std::string::npos);
+
+  System::File::setReadAllLimit(16);
+  EXPECT_EQ(failure(small), "read");
+  EXPECT_EQ(failure(large), "file is larger than the read limit.\n\n[Note]\n" + System::Text::toUtf8(large) +
+                                " (17 bytes; the limit is 16)\n\n[Place]\nSystem::File::readAll()");
+  System::File::setReadAllLimit(System::File::kDefaultReadAllLimit);
+  EXPECT_EQ(System::File::readAll(large), std::string(17, 'x'));
+}
+
 TEST(DataBuffer, KeepsItsMemoryWhileTheCapacitySuffices) {
   System::DataBuffer buffer;
   buffer.allocMemory(100);

@@ -125,6 +125,39 @@ TEST(IniFileRead, MergeOnlyAddsWhatIsMissing) {
             std::vector<std::string>{"VERBOSE|System::IniFile::loadFile|load ini file : " + install + " (section=2)"});
 }
 
+// What a text editor adds or changes when a user saves a file by hand: a UTF-8 byte
+// order mark is skipped, and the document says so; UTF-16 is refused, not read as
+// lines of garbage. Files that are not plain files, or too large, are never read.
+TEST(IniFileRead, EncodingsAndFilesThatCannotBeText) {
+  TestSupport::TempDirectory folder;
+  folder.writeFile("marked.ini", "\xef\xbb\xbf[s]\r\nk=1\r\n");
+  IniFile ini;
+  ini.readFile(folder.wide() + L"/marked.ini");
+  EXPECT_EQ(sectionNames(ini), std::vector<std::string>{"s"});
+  EXPECT_TRUE(ini.byteOrderMarkSkipped());
+  ini.loadMemory("[s]\nk=1\n");
+  EXPECT_FALSE(ini.byteOrderMarkSkipped());
+
+  folder.writeFile("wide.ini", std::string("\xff\xfe[\0s\0]\0\r\0\n\0", 12));
+  folder.writeFile("wide-unmarked.ini", std::string("[\0s\0]\0", 6));
+  for (const wchar_t* name : {L"/wide.ini", L"/wide-unmarked.ini"}) {
+    const std::wstring path = folder.wide() + name;
+    EXPECT_EQ(messageOf([&] { ini.readFile(path); }),
+              "ini file is UTF-16 text; only UTF-8 is read.\n\n[Note]\n" + System::Text::toUtf8(path) +
+                  "\n\n[Place]\nSystem::IniFile::loadFile()");
+    EXPECT_TRUE(ini.sections().empty());
+    ini.loadMemory("[kept]\n");
+    ini.loadFile(path, true);  // a settings file: refused quietly, the document stays
+    EXPECT_EQ(sectionNames(ini), std::vector<std::string>{"kept"});
+  }
+
+  // A device that never ends: refused before a byte is read.
+  EXPECT_NE(messageOf([&] { ini.readFile(L"/dev/zero"); }).find("not a regular file."), std::string::npos);
+  ini.loadFile(L"/dev/zero");
+  EXPECT_TRUE(ini.sections().empty());
+  EXPECT_EQ(ini.fileName(), L"/dev/zero");
+}
+
 TEST(IniFileRead, AnsiFilesAreReadAsCp932) {
   TestSupport::TempDirectory folder;
   folder.writeFile("old.ini", "[\x93\xfa\x96\x7b]\nname=\x83\x65\x83\x58\x83\x67\r\n");
