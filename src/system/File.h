@@ -28,6 +28,9 @@ class File {
 
   // Closes any open handle first. Throws "failed to open file." with the path as note.
   void open(const std::wstring& path, Mode mode);
+  // The same, for a caller that names the file in its own words: the system's error
+  // number, or 0 when the file is open.
+  int tryOpen(const std::wstring& path, Mode mode);
   void close() noexcept;
   bool isOpen() const noexcept { return descriptor_ >= 0; }
 
@@ -42,6 +45,10 @@ class File {
   std::int64_t size();
   // Pushes written data to the storage device, so that a rename after it is safe.
   void flushToDisk();
+
+  // Pushes a folder's entries to the storage device, so that a file renamed into it
+  // stays there after a power cut.
+  static void flushDirectory(const std::wstring& path);
 
   static void createDirectory(const std::wstring& path);
   static bool exists(const std::wstring& path);

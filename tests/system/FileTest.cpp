@@ -2,13 +2,11 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <iterator>
 
 #include "support/TempDirectory.h"
 #include "system/DataBuffer.h"
 #include "system/Exception.h"
 #include "system/File.h"
-#include "system/ReplacingFile.h"
 #include "system/Text.h"
 
 namespace {
@@ -106,30 +104,6 @@ TEST(DataBuffer, KeepsItsMemoryWhileTheCapacitySuffices) {
   buffer.allocMemory(200);
   EXPECT_EQ(buffer.size(), 200u);
   EXPECT_EQ(buffer.capacity(), 200u);
-}
-
-}  // namespace
-
-namespace {
-
-TEST(ReplacingFile, ReplacesWholeOrLeavesThePreviousFile) {
-  TestSupport::TempDirectory folder;
-  const std::wstring path = folder.wide() + L"/project.svj2";
-  folder.writeFile("project.svj2", "old content");
-  {
-    System::ReplacingFile dropped(path);
-    dropped.write("half of the new");
-  }
-  EXPECT_EQ(folder.readFile("project.svj2"), "old content");
-  {
-    System::ReplacingFile saved(path);
-    saved.write("new content");
-    EXPECT_EQ(folder.readFile("project.svj2"), "old content");
-    saved.commit();
-  }
-  EXPECT_EQ(folder.readFile("project.svj2"), "new content");
-  // Nothing but the target is left in the folder.
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), std::filesystem::directory_iterator()), 1);
 }
 
 }  // namespace

@@ -25,6 +25,10 @@ File& File::operator=(File&& other) noexcept {
 }
 
 void File::open(const std::wstring& path, Mode mode) {
+  if (tryOpen(path, mode) != 0) throw NoteException("System::File::open", "failed to open file.", Text::toUtf8(path));
+}
+
+int File::tryOpen(const std::wstring& path, Mode mode) {
   close();
   int flags = O_CLOEXEC;
   switch (mode) {
@@ -44,8 +48,9 @@ void File::open(const std::wstring& path, Mode mode) {
   do {
     descriptor = ::open(native.c_str(), flags, 0644);
   } while (descriptor < 0 && errno == EINTR);
-  if (descriptor < 0) throw NoteException("System::File::open", "failed to open file.", native);
+  if (descriptor < 0) return errno;
   descriptor_ = descriptor;
+  return 0;
 }
 
 void File::close() noexcept {
@@ -104,6 +109,19 @@ std::int64_t File::size() {
   struct stat status {};
   if (::fstat(descriptor_, &status) != 0) throw PlatformCallException("fstat", "System::File::size");
   return static_cast<std::int64_t>(status.st_size);
+}
+
+void File::flushDirectory(const std::wstring& path) {
+  const std::string native = Text::toUtf8(path);
+  int descriptor = -1;
+  do {
+    descriptor = ::open(native.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  } while (descriptor < 0 && errno == EINTR);
+  if (descriptor < 0) throw PlatformCallException("open", "System::File::flushDirectory");
+  const int result = ::fsync(descriptor);
+  const int error = errno;
+  ::close(descriptor);
+  if (result != 0) throw PlatformCallException("fsync", "System::File::flushDirectory", error);
 }
 
 void File::flushToDisk() {
