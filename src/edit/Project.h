@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,8 @@ class Project {
   std::shared_ptr<Scene> findScene(std::int32_t id) const;
   // The scene with this id, created when missing with the highest display order plus 1.
   std::shared_ptr<Scene> addScene(std::int32_t id, const SceneDefaults& defaults);
+  // Moves a scene of this project to another place in the scene list.
+  void setDisplayOrder(Scene& scene, std::int32_t order);
   // The smallest positive id not in use, so the ids of deleted scenes come back.
   std::int32_t newSceneId() const;
   // Scene 0 always exists: erasing it does nothing. True if a scene went.
@@ -52,6 +55,9 @@ class Project {
 
  private:
   SceneMap scenes_;
+  // The display order of every scene, so that a new scene finds the highest at once: a
+  // load that makes thousands of scenes must not look through all of them for each one.
+  std::multiset<std::int32_t> displayOrders_;
 };
 
 }  // namespace Edit

@@ -120,7 +120,7 @@ class Reader {
     s.displayFrame = section.find("display.frame").toInt(0);
     s.displayLayer = section.find("display.layer").toInt(0);
     s.setDisplayZoom(section.find("display.zoom").toInt(s.displayZoom()));
-    s.displayOrder = section.find("display.order").toInt(s.id);
+    project_.setDisplayOrder(s, section.find("display.order").toInt(s.id));
     const auto camera = section.find("display.camera").split(",");
     if (camera.size() == s.camera.size()) {
       std::array<float, 6> values{};

@@ -52,7 +52,7 @@ class Writer {
     line("display.frame", scene.displayFrame);
     line("display.layer", scene.displayLayer);
     line("display.zoom", scene.displayZoom());
-    line("display.order", scene.displayOrder);
+    line("display.order", scene.displayOrder());
     line("display.camera", camera(scene.camera));
     line("display.grid.x", integers(scene.gridX));
     line("display.grid.y", integers(scene.gridY));

@@ -33,7 +33,7 @@ Scene::Scene(std::int32_t sceneId, std::int32_t order, const SceneDefaults& defa
       gridHeight(defaults.gridHeight),
       gridStep(defaults.gridStep),
       gridRange(defaults.gridRange),
-      displayOrder(order) {}
+      displayOrder_(order) {}
 
 void Scene::setDisplayZoom(std::int32_t zoom) noexcept {
   const bool valid = std::find(kDisplayZooms.begin(), kDisplayZooms.end(), zoom) != kDisplayZooms.end();

@@ -65,10 +65,16 @@ class Scene : public LayerObjectManager {
   std::vector<std::shared_ptr<Object>> selectedObjects;
   bool selectionHasControl = false;
   std::int32_t lowestSelectedLayer = 0;  // the highest row index among the selection
-  std::int32_t displayOrder;             // place in the scene list
+
+  // Place in the scene list. Set through Project::setDisplayOrder, which keeps the
+  // order that the next new scene takes.
+  std::int32_t displayOrder() const noexcept { return displayOrder_; }
 
  private:
+  friend class Project;
+
   std::int32_t displayZoom_ = kDefaultDisplayZoom;
+  std::int32_t displayOrder_;
 };
 
 }  // namespace Edit

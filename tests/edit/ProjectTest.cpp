@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -42,17 +43,29 @@ TEST(Project, ScenesTakeDefaultsAndNamesFromTheirId) {
 TEST(Project, DeletedSceneIdComesBackWithHighestDisplayOrder) {
   Project project(SceneDefaults{});
   for (int i = 0; i < 3; ++i) project.addScene(project.newSceneId(), SceneDefaults{});
-  project.findScene(1)->displayOrder = 10;  // the user moved scene 1 to the end
+  project.setDisplayOrder(*project.findScene(1), 10);  // the user moved scene 1 to the end
   EXPECT_TRUE(project.eraseScene(3));
   EXPECT_FALSE(project.eraseScene(0));
 
   const std::int32_t id = project.newSceneId();
   EXPECT_EQ(id, 3);
-  EXPECT_EQ(project.addScene(id, SceneDefaults{})->displayOrder, 11);
+  EXPECT_EQ(project.addScene(id, SceneDefaults{})->displayOrder(), 11);
   EXPECT_EQ(idsInDisplayOrder(project), (std::vector<std::int32_t>{0, 2, 1, 3}));
 
-  project.findScene(2)->displayOrder = 11;  // a tie keeps insertion order
+  project.setDisplayOrder(*project.findScene(2), 11);  // a tie keeps insertion order
   EXPECT_EQ(idsInDisplayOrder(project), (std::vector<std::int32_t>{0, 1, 2, 3}));
+
+  // The next order follows the highest that is left, however scenes moved or went.
+  EXPECT_TRUE(project.eraseScene(2));
+  EXPECT_TRUE(project.eraseScene(3));
+  EXPECT_EQ(project.addScene(2, SceneDefaults{})->displayOrder(), 11);
+  project.setDisplayOrder(*project.findScene(2), -5);
+  project.setDisplayOrder(*project.findScene(1), 1);
+  EXPECT_EQ(project.addScene(3, SceneDefaults{})->displayOrder(), 2);
+  // A file may put a scene at the very end of the numbers; the next one stays behind it.
+  project.setDisplayOrder(*project.findScene(3), std::numeric_limits<std::int32_t>::max());
+  EXPECT_EQ(project.addScene(4, SceneDefaults{})->displayOrder(), std::numeric_limits<std::int32_t>::max());
+  EXPECT_EQ(idsInDisplayOrder(project), (std::vector<std::int32_t>{2, 0, 1, 3, 4}));
 }
 
 TEST(Project, PluginValuesKeepInsertionOrderAcrossErase) {
