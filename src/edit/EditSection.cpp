@@ -34,7 +34,7 @@ EditSection::~EditSection() noexcept(false) {
   close();
   // Listeners may open a section of their own.
   lock_.unlock();
-  if (service_.sectionListener_) service_.sectionListener_(*this);
+  tell();
 }
 
 void EditSection::close() {
@@ -59,10 +59,21 @@ void EditSection::closeWhileUnwinding() noexcept {
   }
   lock_.unlock();
   try {
-    if (service_.sectionListener_) service_.sectionListener_(*this);
+    tell();
   } catch (const std::exception& failure) {
     System::Log::error("Edit::EditSection::~EditSection", "%s", failure.what());
   }
+}
+
+void EditSection::tell() {
+  if (service_.sectionListener_) service_.sectionListener_(*this);
+  Event::EventService& events = service_.events();
+  if (requested(Request::Object)) events.objectChanged.fire(changedObject_);
+  if (requested(Request::Timeline)) events.timelineChanged.fire();
+  if (requested(Request::Scene)) events.sceneChanged.fire(sceneId_);
+  // Copied: a listener may move the focus or the cursor for the lists after it.
+  if (requested(Request::Focus)) events.focusChanged.fire(std::shared_ptr<Object>(scene_->focusObject));
+  if (requested(Request::Frame)) events.frameChanged.fire(scene_->cursorFrame);
 }
 
 }  // namespace Edit

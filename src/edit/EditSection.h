@@ -1,7 +1,8 @@
 // The scoped write access to the model. Opening it stops the player, keeps the current
 // scene and takes the model's lock exclusively; its close brings the rows into order,
 // commits its undo record if it opened one, releases the lock, then tells the section
-// listener what was asked for. Main thread only.
+// listener what was asked for and fires the event service's lists that were asked
+// for. Main thread only.
 #pragma once
 
 #include <bitset>
@@ -41,8 +42,9 @@ class EditSection {
 
   explicit EditSection(EditService& service);
   // The close. A section left by an exception closes all the same, so what the command
-  // did before it failed stays in order and undoable; a failure of the close itself is
-  // then only logged. Otherwise a listener's exception goes to the caller.
+  // did before it failed stays in order and undoable, and the windows are told; a
+  // failure of the close itself is then only logged. Otherwise a listener's exception
+  // goes to the caller.
   ~EditSection() noexcept(false);
   EditSection(const EditSection&) = delete;
   EditSection& operator=(const EditSection&) = delete;
@@ -68,6 +70,9 @@ class EditSection {
   // Orders the rows and commits the undo record, inside the lock.
   void close();
   void closeWhileUnwinding() noexcept;
+  // After the lock: the section listener, then `object changed`, `timeline changed`,
+  // `scene changed`, `focus changed` and `frame changed`, those that were asked for.
+  void tell();
 
   EditService& service_;
   const int exceptionsAtOpen_;

@@ -1,6 +1,8 @@
 // Owner of the one project, the current scene and the model's reader/writer lock; a
 // global service (System::Singleton). Its operations run on the main thread; render
-// workers only reach the lock and the current scene through an Edit::SceneReader.
+// workers only reach the lock and the current scene through an Edit::SceneReader. What
+// changed reaches the window contents through the lists of the event service, which
+// every edit service holds from its construction.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +14,9 @@
 #include "edit/Project.h"
 #include "edit/SceneDefaults.h"
 #include "edit/ViewOptions.h"
+#include "event/EventService.h"
 #include "system/ReaderWriterLock.h"
+#include "system/Singleton.h"
 
 namespace Edit {
 
@@ -22,13 +26,18 @@ class UndoRecorder;
 
 class EditService {
  public:
-  // Told about every edit section after its close has released the lock.
+  // Told about every edit section after its close has released the lock, before the
+  // event lists are fired: the requests that go to the settings windows rather than to
+  // a list.
   using SectionListener = std::function<void(const EditSection& section)>;
 
   EditService();
   ~EditService();
   EditService(const EditService&) = delete;
   EditService& operator=(const EditService&) = delete;
+
+  // Where edit sections and project replacement tell what changed.
+  Event::EventService& events() noexcept { return *events_; }
 
   Project& project() noexcept { return project_; }
   const Project& project() const noexcept { return project_; }
@@ -49,13 +58,16 @@ class EditService {
   void setScene(std::int32_t id);
 
   // Replaces the project with an empty one whose scene 0 has the current defaults.
-  // Takes the model's lock, so render readers never see it half made.
+  // Takes the model's lock, so render readers never see it half made; `project
+  // replaced` fires after the lock is released.
   void newProject();
 
   // Replaces the project with what `fill` makes of a fresh empty one, under the model's
   // lock with the player stopped; then every scene is brought into order and the scene
-  // that the project names becomes the current one (scene 0 if it is missing). If
-  // `fill` throws, the project is left empty and the exception passes on.
+  // that the project names becomes the current one. A scene that the project names but
+  // does not have gives way to scene 0, which the project then names. If `fill` throws,
+  // the project is left empty and the exception passes on. Either way, once the lock is
+  // released, `project replaced` fires and then `scene changed` with the current scene.
   void replaceProject(const std::function<void(Project& project)>& fill);
 
   // The player installs how to stop it; an edit section calls it before taking the lock.
@@ -86,6 +98,10 @@ class EditService {
  private:
   friend class EditSection;
 
+  // Empties the project, the clipboard with it. Inside the lock.
+  void resetProject();
+
+  System::SingletonRef<Event::EventService> events_;
   // Declared before the project, which makes its scene 0 from it.
   SceneDefaults sceneDefaults_;
   Project project_;

@@ -6,6 +6,7 @@
 #include "edit/Group.h"
 #include "edit/Layer.h"
 #include "effect/EffectBase.h"
+#include "event/Subscriptions.h"
 #include "CommandTestSupport.h"
 
 namespace {
@@ -314,18 +315,30 @@ TEST_F(EditCommandTest, SeparatingSoundPutsOneCopyPerTrackOnFreeRows) {
   EXPECT_EQ(SoundSource::tracks, (std::vector<std::int32_t>{0, 1}));
 }
 
-TEST_F(EditCommandTest, AListenerMayOpenASectionOfItsOwn) {
+// The windows hear of a command on the lists of the event service, after the lock: a
+// listener may even open a section of its own.
+TEST_F(EditCommandTest, TheWindowsHearOfACommandThroughTheEventLists) {
   place(0, 0, 9);
-  int nested = 0;
-  edit.setSectionListener([&](const Edit::EditSection& section) {
-    if (!section.requested(Request::Object) || nested++ > 0) return;
+  std::vector<std::string> heard;
+  bool moved = false;
+  Event::Subscriptions window;
+  window.add(edit.events().objectChanged, [&](const std::shared_ptr<Object>& object) {
+    heard.push_back(object ? "object" : "any object");
+    if (std::exchange(moved, true)) return;
     Edit::EditSection own(edit);
     own.scene()->cursorFrame = 7;
+    own.request(Request::Frame);
   });
+  window.add(edit.events().focusChanged, [&](const std::shared_ptr<Object>& object) {
+    heard.push_back(object ? "focus on row " + std::to_string(object->layer) : "no focus");
+  });
+  window.add(edit.events().frameChanged, [&](std::int32_t frame) { heard.push_back("frame " + std::to_string(frame)); });
+
   command.createObject(L"テキスト", 1, 0);
-  EXPECT_EQ(nested, 1);
-  EXPECT_EQ(scene().cursorFrame, 7);
-  EXPECT_EQ(scene().focusObject->layer, 1);
+  EXPECT_EQ(heard, (std::vector<std::string>{"any object", "frame 7", "focus on row 1"}));
+  heard.clear();
+  command.deleteObject();
+  EXPECT_EQ(heard, (std::vector<std::string>{"any object", "no focus"}));
 }
 
 }  // namespace
