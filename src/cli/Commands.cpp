@@ -24,8 +24,9 @@ constexpr const char* kToolHelp =
     "  convert IN OUT     load a project and save it again, as the editor's open and save do\n"
     "  help [COMMAND]     print this text, or the help of one command\n"
     "\n"
-    "exit status: 0 everything loaded, 1 something in the file could not be loaded,\n"
-    "2 the file could not be read at all or the command line is wrong.\n";
+    "exit status: 0 everything loaded (warnings may have been printed), 1 something in\n"
+    "the file could not be loaded, 2 the file could not be read at all or the command\n"
+    "line is wrong.\n";
 
 constexpr const char* kInfoHelp =
     "usage: sorvel2-cli info PROJECT\n"
@@ -33,9 +34,11 @@ constexpr const char* kInfoHelp =
     "Loads PROJECT as the editor opens it and prints, for each scene, its size, frame\n"
     "rate, sample rate and its counts of layers and objects, then one line per object\n"
     "with its layer, its frames and its chain of effects. Every problem met while\n"
-    "loading follows on standard error, one line each.\n"
+    "loading follows on standard error, one line each; a line that says \"warning:\"\n"
+    "(a file of a newer version, a byte order mark) loses nothing.\n"
     "\n"
-    "exit status: 0 clean load, 1 something failed to load, 2 the file cannot be read.\n";
+    "exit status: 0 loaded whole, with or without warnings, 1 something failed to load,\n"
+    "2 the file cannot be read.\n";
 
 constexpr const char* kConvertHelp =
     "usage: sorvel2-cli convert IN OUT\n"
@@ -43,7 +46,8 @@ constexpr const char* kConvertHelp =
     "Loads IN as the editor opens it and saves it to OUT as the editor's \"save as\"\n"
     "does, in the program's own form. OUT is written whole or not at all. When part of\n"
     "IN could not be loaded, OUT is still written without it, unless OUT is IN itself:\n"
-    "a file is never overwritten with less than it holds.\n"
+    "a file is never overwritten with less than it holds. Warnings alone (a file of a\n"
+    "newer version) do not stop a conversion onto IN.\n"
     "\n"
     "exit status: 0 converted, 1 converted with parts left out (or refused), 2 IN cannot\n"
     "be read or OUT cannot be written.\n";
@@ -56,21 +60,25 @@ std::wstring wide(const std::string& path) {
   return System::Text::fromUtf8(error ? path : absolute.lexically_normal().string());
 }
 
-void report(std::ostream& err, const std::string& file, const std::vector<std::string>& problems) {
-  for (const std::string& problem : problems) err << "sorvel2-cli: " << file << ": " << problem << '\n';
+void report(std::ostream& err, const std::string& file, const std::vector<std::string>& lines,
+            const char* kind = "") {
+  for (const std::string& line : lines) err << "sorvel2-cli: " << file << ": " << kind << line << '\n';
 }
 
-// Loads `file`; prints its problems and returns the exit status the load stands for.
+// Loads `file`; prints its warnings and failures and returns the exit status that the
+// failures stand for.
 int load(HeadlessServices& services, const std::string& file, std::ostream& err) {
   const LoadResult result = Edit::ProjectFile::load(services.edit(), services.effects(), wide(file));
-  std::vector<std::string> problems = result.problems;
-  // Object failures are in the result already; the warnings add what items refused.
+  std::vector<std::string> failures = result.problems;
+  // What the reader found is in the result already, warnings and failures apart; the
+  // logged warnings add the values that items refused, which are lost.
   for (const std::string& warning : services.takeWarnings()) {
-    if (warning.find("(Edit::Project::load)") == std::string::npos) problems.push_back(warning);
+    if (warning.find("(Edit::Project::load)") == std::string::npos) failures.push_back(warning);
   }
-  report(err, file, problems);
+  report(err, file, result.warnings, "warning: ");
+  report(err, file, failures);
   if (result.outcome == LoadResult::Outcome::Unreadable) return kUnreadable;
-  return problems.empty() ? kSuccess : kPartlyFailed;
+  return failures.empty() ? kSuccess : kPartlyFailed;
 }
 
 int info(const std::string& file, std::ostream& out, std::ostream& err) {

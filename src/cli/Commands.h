@@ -10,7 +10,7 @@
 namespace Cli {
 
 // Exit statuses.
-inline constexpr int kSuccess = 0;
+inline constexpr int kSuccess = 0;       // loaded whole; warnings may have been printed
 inline constexpr int kPartlyFailed = 1;  // something in the file could not be used
 inline constexpr int kUnreadable = 2;    // the file could not be used at all, or bad arguments
 

@@ -35,8 +35,11 @@ struct LoadResult {
     Unreadable,    // nothing could be used; the project is empty and has no file
   };
   Outcome outcome = Outcome::Loaded;
-  // One line for each thing that went wrong, naming where it stood in the file.
+  // One line for each thing that could not be loaded, naming where it stood in the file.
   std::vector<std::string> problems;
+  // One line for each thing worth knowing about a file that loaded all the same: it was
+  // written by a newer version, or it began with a byte order mark.
+  std::vector<std::string> warnings;
   // The path the file says the project had when it was saved, expanded.
   std::wstring storedPath;
 };
@@ -55,7 +58,8 @@ void read(Project& project, System::IniFile& ini, const SceneDefaults& defaults,
           LoadResult& result);
 // Opens a project file into the edit service's project. Only a load that read the file
 // makes `path` the project's file, so that a plain save can never overwrite a file that
-// could not be read with an empty project.
+// could not be read with an empty project. A folder, a missing file and a file that
+// System::IniFile::readFile refuses are Unreadable, saying which.
 LoadResult load(EditService& edit, Effect::EffectService& effects, const std::wstring& path);
 
 // After a project has moved: media paths below the old project folder that no longer

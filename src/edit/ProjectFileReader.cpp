@@ -24,6 +24,7 @@ namespace Edit::ProjectFile {
 
 namespace {
 
+constexpr const char* kLoadPlace = "Edit::Project::load";
 constexpr const char* kObjectPlace = "Edit::LayerObjectManager::loadObjectIniFile";
 
 // A damaged file must not make the program allocate rows without end: no row beyond
@@ -35,10 +36,22 @@ constexpr std::int64_t kMaxRowsPerLoad = 1000000;
 std::int32_t row(const System::IniFile::SectionRef& section, const System::IniFile::VALUE& value) {
   const std::int32_t layer = value.toInt();
   if (layer < 0 || layer > kMaxLayer) {
-    throw System::NoteException(kObjectPlace, "invalid layer number.", value.note(section.name(), "layer"));
+    throw System::NoteException(kObjectPlace, "invalid layer number.",
+                                value.note(section.name(), "layer") +
+                                    System::Text::format(96, " (rows are numbered 0 to %d)", kMaxLayer));
   }
   return layer;
 }
+
+// What a scene section says of the scene's format. Later code divides by the rates and
+// the scale and sizes images by the width and height.
+struct SceneFormat {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  std::int32_t videoRate = 0;
+  std::int32_t videoScale = 0;
+  std::int32_t audioRate = 0;
+};
 
 std::vector<std::int32_t> integers(const System::IniFile::VALUE& value) {
   std::vector<std::int32_t> list;
@@ -57,7 +70,7 @@ class Reader {
     for (int i = 0;; ++i) {
       const auto section = ini_.section("scene", i);
       if (section.empty()) break;
-      readScene(section);
+      readScene(i, section);
     }
     for (int j = 0;; ++j) {
       const auto section = ini_.section("layer", j);
@@ -79,7 +92,7 @@ class Reader {
  private:
   void readProject() {
     if (!ini_.sections().contains("project")) {
-      throw System::NoteException("Edit::Project::load", "not found project section.",
+      throw System::NoteException(kLoadPlace, "not found project section.",
                                   System::Text::toUtf8(ini_.fileName()));
     }
     const auto section = ini_.section("project");
@@ -87,9 +100,9 @@ class Reader {
     project_.currentScene = section.find("display.scene").toInt(0);
     const std::int32_t version = section.find("version").tryInt().value_or(0);
     if (version > kVersion) {
-      System::Log::warn("Edit::Project::load",
-                        "project file version is newer than this program. [file=%d program=%d]", version, kVersion);
-      result_.problems.push_back("the file was written by a newer version (" + std::to_string(version) +
+      System::Log::warn(kLoadPlace, "project file version is newer than this program. [file=%d program=%d]", version,
+                        kVersion);
+      result_.warnings.push_back("the file was written by a newer version (" + std::to_string(version) +
                                  ") than this program (" + std::to_string(kVersion) + ")");
     }
   }
@@ -101,21 +114,38 @@ class Reader {
              const System::IniFile::VALUE& value) {
     rowsAdded_ += std::max<std::int64_t>(0, std::int64_t{index} + 1 - scene.layerCount());
     if (rowsAdded_ > kMaxRowsPerLoad) {
-      throw System::NoteException(kObjectPlace, "invalid layer number.", value.note(section.name(), "layer"));
+      throw System::NoteException(
+          kObjectPlace, "invalid layer number.",
+          value.note(section.name(), "layer") +
+              System::Text::format(128, " (row %d of scene %d passes the budget of %lld new rows in one load)", index,
+                                   scene.id, static_cast<long long>(kMaxRowsPerLoad)));
     }
     return scene.addLayers(index);
   }
 
-  void readScene(const System::IniFile::SectionRef& section) {
-    const std::shared_ptr<Scene> target = scene(section.getValue("scene").toInt());
+  // A value that does not read ends the load; a format that later code cannot divide by
+  // refuses only this scene, which objects and rows that name it then bring back with a
+  // new scene's values.
+  void readScene(int index, const System::IniFile::SectionRef& section) {
+    const std::int32_t id = section.getValue("scene").toInt();
+    const SceneFormat format = readFormat(section);
+    try {
+      checkFormat(section, format);
+    } catch (const std::exception& exception) {
+      System::Log::warn(kLoadPlace, "load scene failed. [scene.%d](%s)", index, exception.what());
+      result_.problems.push_back("scene." + std::to_string(index) + ": " + System::Text::singleLine(exception.what()));
+      result_.outcome = LoadResult::Outcome::PartlyLoaded;
+      return;
+    }
+    const std::shared_ptr<Scene> target = scene(id);
     Scene& s = *target;
     const std::wstring name = section.find("name").toString(L"");
     if (!name.empty()) s.name = name;
-    s.width = section.getValue("video.width").toInt();
-    s.height = section.getValue("video.height").toInt();
-    s.videoRate = section.getValue("video.rate").toInt();
-    s.videoScale = section.getValue("video.scale").toInt();
-    s.audioRate = section.find("audio.rate").toInt(48000);
+    s.width = format.width;
+    s.height = format.height;
+    s.videoRate = format.videoRate;
+    s.videoScale = format.videoScale;
+    s.audioRate = format.audioRate;
     s.cursorFrame = section.find("cursor.frame").toInt(0);
     s.displayFrame = section.find("display.frame").toInt(0);
     s.displayLayer = section.find("display.layer").toInt(0);
@@ -143,6 +173,35 @@ class Reader {
     s.tempoOffset = section.find("display.tempo.offset").toFloat(s.tempoOffset);
   }
 
+  static SceneFormat readFormat(const System::IniFile::SectionRef& section) {
+    SceneFormat format;
+    format.width = section.getValue("video.width").toInt();
+    format.height = section.getValue("video.height").toInt();
+    format.videoRate = section.getValue("video.rate").toInt();
+    format.videoScale = section.getValue("video.scale").toInt();
+    format.audioRate = section.find("audio.rate").toInt(48000);
+    return format;
+  }
+
+  // Rates and the scale must be above 0, sizes at least 0; anything else is refused with
+  // the text of a value that does not read.
+  static void checkFormat(const System::IniFile::SectionRef& section, const SceneFormat& format) {
+    const struct {
+      const char* key;
+      std::int32_t value;
+      std::int32_t lowest;
+    } limits[] = {
+        {"video.width", format.width, 0},       {"video.height", format.height, 0},
+        {"video.rate", format.videoRate, 1},    {"video.scale", format.videoScale, 1},
+        {"audio.rate", format.audioRate, 1},
+    };
+    for (const auto& limit : limits) {
+      if (limit.value >= limit.lowest) continue;
+      throw System::NoteException(kLoadPlace, "ini file parameter invalid format(int).",
+                                  section.find(limit.key).note(section.name(), limit.key));
+    }
+  }
+
   void readLayer(const System::IniFile::SectionRef& section) {
     const std::shared_ptr<Scene> target = scene(section.find("scene").toInt(0));
     const System::IniFile::VALUE& layerValue = section.getValue("layer");
@@ -163,7 +222,7 @@ class Reader {
       const std::shared_ptr<Object> object = readObject(*target, number, section);
       if (focus) target->focusObject = object;
     } catch (const std::exception& exception) {
-      System::Log::warn("Edit::Project::load", "load object failed. [%d](%s)", number, exception.what());
+      System::Log::warn(kLoadPlace, "load object failed. [%d](%s)", number, exception.what());
       result_.problems.push_back("object [" + std::to_string(number) + "]: " + System::Text::singleLine(exception.what()));
       result_.outcome = LoadResult::Outcome::PartlyLoaded;
     }
@@ -276,13 +335,20 @@ LoadResult load(EditService& edit, Effect::EffectService& effects, const std::ws
     result.problems.push_back(problem);
     return result;
   };
-  if (!System::File::exists(path) || System::File::isDirectory(path)) {
-    return unreadable("the file does not exist");
-  }
-  System::IniFile ini;
+  if (System::File::isDirectory(path)) return unreadable("this is a folder, not a project file");
+  if (!System::File::exists(path)) return unreadable("the file does not exist");
   try {
-    ini.loadFile(path);
-    edit.replaceProject([&](Project& project) { read(project, ini, edit.sceneDefaults(), effects, result); });
+    // Read inside the replacement, so that a file refused unread leaves an empty
+    // project like any other that cannot be read.
+    edit.replaceProject([&](Project& project) {
+      System::IniFile ini;
+      ini.readFile(path);
+      if (ini.byteOrderMarkSkipped()) {
+        System::Log::warn(kLoadPlace, "project file starts with a byte order mark, which was skipped.");
+        result.warnings.push_back("the file starts with a UTF-8 byte order mark, which was skipped");
+      }
+      read(project, ini, edit.sceneDefaults(), effects, result);
+    });
   } catch (const std::exception& exception) {
     return unreadable(System::Text::singleLine(exception.what()));
   }

@@ -98,8 +98,66 @@ TEST(CliCommands, ConvertWritesTheCanonicalFormAndGuardsTheInput) {
   const Outcome refused = run({"convert", partly, partly});
   EXPECT_EQ(refused.status, Cli::kPartlyFailed);
   EXPECT_EQ(readFile(partly), "[project]\r\n[0]\r\nlayer=0\r\nframe=7\r\n");
-  EXPECT_EQ(run({"convert", data("handwritten.svj2"), folder.path().string() + "/no/such/folder/x.svj2"}).status,
-            Cli::kUnreadable);
+
+  // A folder that is not there: the file the user named, and why, on one line.
+  const std::string nowhere = folder.path().string() + "/no/such/folder/x.svj2";
+  const Outcome unwritten = run({"convert", data("handwritten.svj2"), nowhere});
+  EXPECT_EQ(unwritten.status, Cli::kUnreadable);
+  EXPECT_EQ(lineCount(unwritten.err), 1) << unwritten.err;
+  EXPECT_EQ(unwritten.err.rfind("sorvel2-cli: " + nowhere + ": cannot be written: failed to open file. [Note] " +
+                                    nowhere + " (No such file or directory)",
+                                0),
+            0u)
+      << unwritten.err;
+  EXPECT_EQ(unwritten.err.find(".saving"), std::string::npos);
+}
+
+// A file of a newer version loads whole: a warning, exit status 0, and it may be
+// converted onto itself.
+TEST(CliCommands, NewerFilesAreAWarningNotAFailure) {
+  TestSupport::TempDirectory folder;
+  std::string text = readFile(data("handwritten.svj2"));
+  text.replace(text.find("version=2001801"), 15, "version=2999999");
+  const std::string path = folder.writeFile("newer.svj2", text).string();
+  const Outcome info = run({"info", path});
+  EXPECT_EQ(info.status, Cli::kSuccess);
+  EXPECT_EQ(info.err, "sorvel2-cli: " + path +
+                          ": warning: the file was written by a newer version (2999999) than this program (2001801)\n");
+  EXPECT_FALSE(info.out.empty());
+
+  const Outcome converted = run({"convert", path, path});
+  EXPECT_EQ(converted.status, Cli::kSuccess) << converted.err;
+  EXPECT_NE(readFile(path).find("version=2001801\r\n"), std::string::npos);
+}
+
+// What the user may name in place of a project, and the one line that says what it is.
+TEST(CliCommands, WhatIsNoProjectFileSaysWhatItIs) {
+  TestSupport::TempDirectory folder;
+  const auto firstLine = [](const std::vector<std::string>& arguments) {
+    const Outcome result = run(arguments);
+    EXPECT_EQ(result.status, Cli::kUnreadable) << result.err;
+    EXPECT_EQ(lineCount(result.err), 1) << result.err;
+    return result.err;
+  };
+  const std::string here = folder.path().string();
+  EXPECT_EQ(firstLine({"info", here}), "sorvel2-cli: " + here + ": this is a folder, not a project file\n");
+  EXPECT_NE(firstLine({"info", "/dev/zero"}).find("/dev/zero: not a regular file."), std::string::npos);
+  const std::string wide = folder.writeFile("wide.svj2", std::string("\xff\xfe[\0p\0", 6)).string();
+  EXPECT_NE(firstLine({"info", wide}).find(wide + ": ini file is UTF-16 text; only UTF-8 is read."), std::string::npos);
+  std::string rows = "[project]\r\n";
+  for (int k = 0; k <= 10; ++k) {
+    rows += "[layer." + std::to_string(k) + "]\r\nlayer=99999\r\nscene=" + std::to_string(k) + "\r\n";
+  }
+  const std::string crowded = folder.writeFile("crowded.svj2", rows).string();
+  EXPECT_NE(firstLine({"info", crowded}).find("row 99999 of scene 10 passes the budget of 1000000 new rows in one load"),
+            std::string::npos);
+
+  // Saved as "UTF-8 with BOM": read all the same, with a warning.
+  const std::string marked = folder.writeFile("marked.svj2", "\xef\xbb\xbf" + readFile(data("handwritten.svj2"))).string();
+  const Outcome result = run({"info", marked});
+  EXPECT_EQ(result.status, Cli::kSuccess);
+  EXPECT_EQ(result.err, "sorvel2-cli: " + marked + ": warning: the file starts with a UTF-8 byte order mark, which was skipped\n");
+  EXPECT_EQ(result.out, run({"info", data("handwritten.svj2")}).out);
 }
 
 }  // namespace

@@ -137,6 +137,7 @@ void expectConsistent(const Edit::EditService& edit, std::string_view text, cons
   EXPECT_LE(rows, kRowBudget) << "rows made in all scenes";
   ASSERT_TRUE(edit.currentScene());
   EXPECT_EQ(edit.project().findScene(edit.currentScene()->id), edit.currentScene());
+  EXPECT_EQ(edit.project().currentScene, edit.currentScene()->id) << "the file would name another scene";
 }
 
 // The reader as a load runs it, from memory; Unreadable when it refused the text.
@@ -259,6 +260,20 @@ TEST_F(DamagedProjectTest, EachDamageComesToItsOutcome) {
   };
   // Object 0 on row 0 with these effect sections.
   const auto lone = [](const std::string& effects) { return withHead("[0]\nlayer=0\nframe=0,9\n" + effects); };
+  // Scene 2 with one value of its format changed, and object 0 on scene 0.
+  const auto format = [](const std::string& key, const std::string& value) {
+    std::string section = "[scene.1]\nscene=2\n";
+    for (const char* k : {"video.width", "video.height", "video.rate", "video.scale", "audio.rate"}) {
+      const char* normal = std::string_view(k).starts_with("video.") ? "1" : "44100";
+      section += std::string(k) + "=" + (k == key ? value : normal) + "\n";
+    }
+    return withHead(section + textObject(0, 0, "0,9"));
+  };
+  const auto noSceneTwo = [](const Edit::Project& project) { EXPECT_FALSE(project.findScene(2)); };
+  std::string rowsInElevenScenes;
+  for (int k = 0; k <= 10; ++k) {
+    rowsInElevenScenes += "[layer." + std::to_string(k) + "]\nlayer=99999\nscene=" + std::to_string(k) + "\n";
+  }
   const std::string kFrames = "invalid frame number list.", kFormat = "ini file parameter invalid format";
 
   const Damage cases[] = {
@@ -281,6 +296,28 @@ TEST_F(DamagedProjectTest, EachDamageComesToItsOutcome) {
        Unreadable, "video.width"},
       {"a row section without its row", withHead("[layer.0]\nname=Titles\n" + textObject(0, 0, "0,9")), Unreadable},
       {"a row section with a negative row", withHead("[layer.0]\nlayer=-5\nname=Up\n"), Unreadable},
+      // Later code divides by a scene's rates and sizes images by it: a scene that cannot
+      // be shown is left out with the text of a value that does not read; the rest loads.
+      {"a frame rate of 0", format("video.rate", "0"), PartlyLoaded,
+       "scene.1: ini file parameter invalid format(int).", 1, "", noSceneTwo},
+      {"a negative scale", format("video.scale", "-1"), PartlyLoaded, "key=video.scale", 1, "", noSceneTwo},
+      {"a sample rate of 0", format("audio.rate", "0"), PartlyLoaded, "key=audio.rate", 1, "", noSceneTwo},
+      {"a negative width", format("video.width", "-1"), PartlyLoaded, "key=video.width", 1, "", noSceneTwo},
+      {"a negative height", format("video.height", "-1"), PartlyLoaded, "key=video.height", 1, "", noSceneTwo},
+      {"an image of no size", format("video.width", "0"), Loaded, "", 1},
+      // Its objects still load, on a scene with a new scene's format.
+      {"an object on a scene that was left out", format("video.rate", "0") + crlf(textObject(1, 0, "0,9", "scene=2\n")),
+       PartlyLoaded, "scene.1", 2, "",
+       [](const Edit::Project& project) { EXPECT_EQ(project.findScene(2)->videoRate, 30); }},
+      {"a current scene that does not exist",
+       std::regex_replace(withHead(textObject(0, 0, "0,9")), std::regex("display.scene=0"), "display.scene=7"), Loaded,
+       "", 1, "",
+       [](const Edit::Project& project) {
+         EXPECT_EQ(project.currentScene, 0);
+         EXPECT_NE(Edit::ProjectFile::write(project).find("\r\ndisplay.scene=0\r\n"), std::string::npos);
+       }},
+      {"rows beyond the budget of one load", withHead(rowsInElevenScenes), Unreadable,
+       "row 99999 of scene 10 passes the budget of 1000000 new rows in one load"},
       // A broken object is left out on its own.
       {"an object without frames",
        second("[1]\nlayer=1\n[1.0]\neffect.name=テキスト\n[1.1]\neffect.name=標準描画\n" + textObject(2, 2, "0,9")),

@@ -4,6 +4,8 @@
 
 #include <fstream>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "edit/EditService.h"
 #include "edit/EffectManager.h"
@@ -13,6 +15,7 @@
 #include "edit/Scene.h"
 #include "effect/EffectService.h"
 #include "effect/item/EffectItemFile.h"
+#include "event/Subscriptions.h"
 #include "support/TempDirectory.h"
 #include "system/File.h"
 #include "system/IniFile.h"
@@ -130,14 +133,53 @@ TEST_F(ProjectFileTest, AFileThatCannotBeReadIsNeverTheProjectsFile) {
             LoadResult::Outcome::Unreadable);
 }
 
+// What the user may give in place of a project file, and what each load says of it.
+TEST_F(ProjectFileTest, LoadSaysWhyAFileIsNotAProject) {
+  const auto problem = [&](const std::wstring& path) {
+    const LoadResult result = Edit::ProjectFile::load(edit, *effects, path);
+    EXPECT_EQ(result.outcome, LoadResult::Outcome::Unreadable);
+    return result.problems.empty() ? std::string() : result.problems.back();
+  };
+  EXPECT_EQ(problem(folder.wide()), "this is a folder, not a project file");
+  EXPECT_EQ(problem(folder.wide() + L"/missing.svj2"), "the file does not exist");
+  EXPECT_NE(problem(L"/dev/zero").find("not a regular file."), std::string::npos);
+  folder.writeFile("wide.svj2", std::string("\xff\xfe[\0p\0", 6));
+  EXPECT_NE(problem(folder.wide() + L"/wide.svj2").find("UTF-16"), std::string::npos);
+  const std::wstring sound = folder.writeFile("sound.svj2", readData("handwritten.svj2")).wstring();
+  System::File::setReadAllLimit(16);
+  EXPECT_NE(problem(sound).find("file is larger than the read limit."), std::string::npos);
+  System::File::setReadAllLimit(System::File::kDefaultReadAllLimit);
+
+  folder.writeFile("marked.svj2", "\xef\xbb\xbf" + readData("handwritten.svj2"));
+  const LoadResult marked = Edit::ProjectFile::load(edit, *effects, folder.wide() + L"/marked.svj2");
+  EXPECT_EQ(marked.outcome, LoadResult::Outcome::Loaded);
+  EXPECT_EQ(marked.warnings, std::vector<std::string>{"the file starts with a UTF-8 byte order mark, which was skipped"});
+  EXPECT_EQ(edit.project().scenes().size(), 2u);
+}
+
+// The windows hear of a load through the edit service's own event service: the project
+// was replaced, and which scene it shows.
+TEST_F(ProjectFileTest, LoadTellsTheWindowsOfTheNewProjectAndItsScene) {
+  std::vector<std::string> heard;
+  Event::Subscriptions listening;
+  listening.add(edit.events().projectReplaced, [&] { heard.push_back("project"); });
+  listening.add(edit.events().sceneChanged, [&](std::int32_t id) { heard.push_back("scene " + std::to_string(id)); });
+  const std::wstring path = folder.writeFile("show.svj2", readData("handwritten.svj2")).wstring();
+  Edit::ProjectFile::load(edit, *effects, path);
+  EXPECT_EQ(heard, (std::vector<std::string>{"project", "scene 3"}));
+}
+
 TEST_F(ProjectFileTest, PluginDataAndNewerVersionsAreKept) {
   const std::string text = crlf(
       "[project]\nversion=2999999\n[plugin.0]\nplugin.name=Not Installed\nz=last\na=first\n"
       "[plugin.1]\nplugin.name=Other\nkey=value\n");
   const LoadResult result = readText(text);
-  ASSERT_EQ(result.problems.size(), 1u);
-  EXPECT_NE(result.problems[0].find("2999999"), std::string::npos);
-  EXPECT_NE(result.problems[0].find("2001801"), std::string::npos);
+  // A newer file loses nothing by being read: a warning, not a failure.
+  EXPECT_EQ(result.outcome, LoadResult::Outcome::Loaded);
+  EXPECT_TRUE(result.problems.empty());
+  ASSERT_EQ(result.warnings.size(), 1u);
+  EXPECT_NE(result.warnings[0].find("2999999"), std::string::npos);
+  EXPECT_NE(result.warnings[0].find("2001801"), std::string::npos);
   const std::string written = Edit::ProjectFile::write(edit.project());
   EXPECT_NE(written.find(crlf("[plugin.0]\nplugin.name=Not Installed\nz=last\na=first\n[plugin.1]\nplugin.name=Other\n"
                               "key=value\n")),
