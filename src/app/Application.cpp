@@ -7,6 +7,7 @@
 #include "app/Platform.h"
 #include "dialog/MessageBox.h"
 #include "edit/EditService.h"
+#include "edit/ProjectOpener.h"
 #include "effect/EffectService.h"
 #include "media/GraphicsService.h"
 #include "event/EventService.h"
@@ -34,6 +35,9 @@ using Service = System::Singleton<T>;
 
 Application::Application(Platform& platform, std::vector<std::wstring> arguments)
     : platform_(platform), arguments_(std::move(arguments)) {}
+
+// Here, where the project opener's type is complete.
+Application::~Application() = default;
 
 int Application::run() {
   // Outer handler: a failure outside the main loop (above all during start-up) is shown
@@ -88,19 +92,25 @@ void Application::start() {
   // 19. Input, output, script, filter plug-in, script module and common plug-in services.
   // 20. Cache.
   // 21. The effect registry: movements, built-in effects, aliases, time-control presets.
-  Service<Effect::EffectService>::acquire();
+  Effect::EffectService* effects = Service<Effect::EffectService>::acquire();
   // 22. The undo service; it attaches to the edit service once that exists.
   Undo::UndoService* undo = Service<Undo::UndoService>::acquire();
-  // 23. The edit service, with the empty project and scene 0.
+  // 23. The edit service, with the empty project and scene 0. Its part of application
+  //     begin is the first listener: it reads the command line and opens the project
+  //     named there.
   Edit::EditService* edit = Service<Edit::EditService>::acquire();
   edit->setSceneDefaults(settings->sceneDefaults());
   edit->newProject();
   undo->attach(*edit);
+  projectOpener_ = std::make_unique<Edit::ProjectOpener>(*edit, *effects);
+  subscriptions_.add(events->applicationBegin, [this] {
+    const CommandLineMap commandLine = parseCommandLine(arguments_);
+    const auto project = commandLine.find(CommandLineKey::Project);
+    projectOpener_->beginApplication(project == commandLine.end() ? std::wstring() : project->second);
+  });
   // 24. Render front.  25. Window contents.  26. Menus.  27. Trust list saved.
   // 28. Layout shown.  29. Status line cleared.
-  // 30. Application begin: the edit service reads the command line (the project life
-  //     cycle opens what it names), then every other listener in subscription order.
-  parseCommandLine(arguments_);
+  // 30. Application begin: every listener in subscription order.
   events->applicationBegin.fire();
 
   // SIGTERM and SIGINT close the program as the main window's close button does.
@@ -134,6 +144,8 @@ void Application::shutdown() {
   Service<Event::EventService>::get()->applicationEnd.fire();
   // 3. Player stopped.  4. Render front workers stopped.
   // 5. Releases, in reverse order of creation.
+  subscriptions_.clear();
+  projectOpener_.reset();
   // The undo service lets go of the edit service's sections before that goes.
   Service<Undo::UndoService>::get()->detach();
   Service<Edit::EditService>::release();

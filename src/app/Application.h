@@ -3,8 +3,15 @@
 // in Application.cpp, in one place, so that a reader sees it at once.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "event/Subscriptions.h"
+
+namespace Edit {
+class ProjectOpener;
+}
 
 namespace App {
 
@@ -13,6 +20,7 @@ class Platform;
 class Application {
  public:
   Application(Platform& platform, std::vector<std::wstring> arguments);
+  ~Application();
 
   // Returns 0 on every path that returns, as the process must.
   int run();
@@ -27,6 +35,10 @@ class Application {
   Platform& platform_;
   std::vector<std::wstring> arguments_;
   int terminationDescriptor_ = -1;
+  // The edit service's part of application begin; it stands in for the project life
+  // cycle until that is built.
+  std::unique_ptr<Edit::ProjectOpener> projectOpener_;
+  Event::Subscriptions subscriptions_;
 };
 
 }  // namespace App

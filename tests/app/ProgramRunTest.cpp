@@ -37,6 +37,30 @@ TEST(ProgramRun, TerminationSignalClosesInOrderAndWritesTheIni) {
   EXPECT_EQ(logFiles, 1);
 }
 
+// `sorvel2 PROJECT.svj2` opens that project at start, as its log says.
+TEST(ProgramRun, TheProjectOnTheCommandLineIsOpened) {
+  TestSupport::TempDirectory home;
+  const std::string project = home.writeFile("show.svj2",
+                                             "[project]\r\nversion=2001801\r\ndisplay.scene=2\r\n[scene.0]\r\nscene=2\r\n"
+                                             "name=Opened\r\nvideo.width=640\r\nvideo.height=480\r\nvideo.rate=25\r\n"
+                                             "video.scale=1\r\n")
+                                  .string();
+  home.writeFile("sorvel2/sorvel2.ini", "[Logger]\r\nFileLogLevel=1\r\n");  // every line reaches the file
+  const std::string script =
+      "export XDG_DATA_HOME=" + home.path().string() + "; \"$PROGRAM\" \"" + project +
+      "\" >\"$XDG_DATA_HOME/out.txt\" 2>&1 & pid=$!;"
+      " i=0; while ! grep -qs \"set current scnene\" \"$XDG_DATA_HOME\"/sorvel2/Log/*.log && [ $i -lt 400 ]; do"
+      " sleep 0.05; i=$((i+1)); done;"
+      " kill -TERM $pid; wait $pid; exit $?";
+  EXPECT_EQ(runScript(script), 0) << home.readFile("out.txt");
+  std::string log;
+  for (const auto& entry : std::filesystem::directory_iterator(home.path() / "sorvel2" / "Log")) {
+    log += home.readFile(std::filesystem::relative(entry.path(), home.path()).string());
+  }
+  EXPECT_NE(log.find("load project file : " + project), std::string::npos) << log;
+  EXPECT_NE(log.find("set current scnene [Opened](2)"), std::string::npos) << log;
+}
+
 TEST(ProgramRun, FailedStartShowsOneMessageWritesNoIniAndReturnsZero) {
   TestSupport::TempDirectory home;
   // A data folder that cannot be created: the first path expansion fails.
