@@ -4,6 +4,7 @@
 // sanitizer report, a hang, runaway memory, or a broken promise of the reader:
 //
 // - a refused file leaves the project empty (scene 0 alone, no objects, no plug-in data);
+// - the scene that the project names as its current one exists, and it is the one shown;
 // - otherwise each object section that the reader walks became an object or was
 //   reported as left out, never both;
 // - whatever was read is written out, and that text reads back whole and writes out
@@ -136,7 +137,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static Edit::EditService edit;
   Edit::ProjectFile::LoadResult result;
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  if (!readInto(edit, text, result)) {
+  const bool read = readInto(edit, text, result);
+  if (edit.project().findScene(edit.project().currentScene) != edit.currentScene()) {
+    fault("the project names another scene than the one it shows");
+  }
+  if (!read) {
     if (!isEmpty(edit.project())) fault("a refused file left something in the project");
     return 0;
   }
