@@ -54,8 +54,8 @@ void EditService::replaceProject(const std::function<void(Project& project)>& fi
       resetProject();
     }
     for (const auto& entry : project_.scenes()) entry.value->update();
-    // Later code divides by the current scene's rates: it must be a scene of the
-    // project, and the file must say so when it is saved.
+    // The scene shown must be one of the project's, and the next save must name the
+    // scene that was shown.
     const std::shared_ptr<Scene> current = project_.findScene(project_.currentScene);
     if (!current) project_.currentScene = 0;
     currentScene_ = current ? current : project_.findScene(0);
