@@ -121,7 +121,9 @@ void File::flushDirectory(const std::wstring& path) {
   const int result = ::fsync(descriptor);
   const int error = errno;
   ::close(descriptor);
-  if (result != 0) throw PlatformCallException("fsync", "System::File::flushDirectory", error);
+  // Some file systems (network shares among them) cannot flush a folder and say EINVAL:
+  // there is nothing more to be done for the rename, and the save has succeeded.
+  if (result != 0 && error != EINVAL) throw PlatformCallException("fsync", "System::File::flushDirectory", error);
 }
 
 void File::flushToDisk() {
