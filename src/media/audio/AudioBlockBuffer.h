@@ -1,0 +1,31 @@
+// One second of sound as a reader or a scene hands it over: its sample count is the
+// source's sample rate. Made from the interleaved bytes a file holds.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "media/audio/AudioBuffer.h"
+
+namespace Media {
+
+enum class SampleFormat : std::uint32_t { Pcm = 1, Float = 3 };
+
+// The raw input of a block: interleaved samples as they lie in a file.
+struct AudioSampleData {
+  std::span<const std::byte> bytes;
+  SampleFormat sampleFormat = SampleFormat::Pcm;
+  std::uint32_t sampleRate = 0;
+  std::uint32_t sampleBits = 0;
+  std::uint32_t channels = 0;
+};
+
+class AudioBlockBuffer : public AudioBuffer {
+ public:
+  // 32-bit float stays as it is (mono float stays mono); 16- and 24-bit integers are
+  // scaled to 1.0 full scale, and mono integers become stereo. Any other combination
+  // logs a warning and gives an empty stereo block.
+  explicit AudioBlockBuffer(const AudioSampleData& data);
+};
+
+}  // namespace Media
