@@ -1,0 +1,100 @@
+#include "plugin/WaveFileInput.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "media/audio/AudioBlockBuffer.h"
+#include "media/image/BitmapInfoHeader.h"
+#include "system/Exception.h"
+#include "system/Log.h"
+
+namespace Plugin {
+
+namespace {
+
+constexpr const char* kPlace = "Plugin::WaveFileReader::WavFileInput::FileParse::open";
+constexpr std::uint64_t kFormatSizeLimit = 0x10000;
+constexpr std::size_t kScratchAlignment = 32;
+
+}  // namespace
+
+WaveFileInput::WaveFileInput(const std::wstring& path, Media::CodecProvider& codecs) : file_(path) {
+  Media::WaveFormat format;
+  if (!parse(format) || sampleCount <= 0 || !audio_.setup(codecs, format)) return;
+  const Media::WaveFormat& target = audio_.target();
+  sampleFormat = target.codecTag;
+  sampleBits = target.bitsPerSample;
+  channels = target.channels;
+  sampleRate = target.sampleRate;
+  flags |= Audio;
+}
+
+bool WaveFileInput::parse(Media::WaveFormat& format) {
+  Media::RiffChunk riff;
+  if (!file_.getRiffChunk(Media::fourcc("WAVE"), riff)) throw System::NoteException(kPlace, "WAVE chunk not found.");
+  Media::RiffChunk chunk;
+  if (!file_.findChunk(Media::fourcc("fmt "), chunk, riff)) throw System::NoteException(kPlace, "fmt chunk not found.");
+  if (chunk.size >= kFormatSizeLimit) {
+    System::Log::info(kPlace, "invalid wav fmt size.");
+    return false;
+  }
+  const std::optional<Media::WaveFormat> read = Media::WaveFormat::parse(file_.readBytes(chunk.start, chunk.size));
+  riff.rewind();
+  if (!file_.findChunk(Media::fourcc("data"), chunk, riff)) throw System::NoteException(kPlace, "data chunk not found.");
+  if (!read) return false;
+  format = *read;
+  dataPosition_ = chunk.start;
+  // A recording cut short keeps the length it meant to have; what is there is read.
+  dataSize_ = std::min(chunk.size, file_.fileSize() > chunk.start ? file_.fileSize() - chunk.start : 0);
+  const std::uint32_t frameBytes = format.channels * (format.bitsPerSample / 8u);
+  const std::uint32_t blockAlign = format.blockAlign != 0 ? format.blockAlign : frameBytes;
+  avgBytes_ = format.avgBytesPerSec != 0 ? format.avgBytesPerSec : frameBytes * format.sampleRate;
+  if (blockAlign == 0 || avgBytes_ == 0) return false;
+  // Where the bytes do not count samples one block each, the length in time decides.
+  sampleCount = std::uint64_t{avgBytes_} == std::uint64_t{blockAlign} * format.sampleRate
+                    ? static_cast<std::int64_t>(dataSize_ / blockAlign)
+                    : static_cast<std::int64_t>(std::trunc(static_cast<double>(dataSize_) / avgBytes_ * format.sampleRate));
+  return true;
+}
+
+std::shared_ptr<Media::AudioBlockBuffer> WaveFileInput::readAudio(std::int32_t block) {
+  if (!hasAudio()) return nullptr;
+  std::lock_guard lock(audioMutex_);
+  const std::size_t bytes = audio_.blockBytes();
+  // Zeroed, so that what lies beyond the data is silence.
+  audioScratch_.assign((bytes + kScratchAlignment - 1) / kScratchAlignment * kScratchAlignment, std::byte{0});
+  const std::span<std::byte> room(audioScratch_.data(), bytes);
+  if (block >= 0) {
+    const std::uint64_t position = std::uint64_t{avgBytes_} * static_cast<std::uint64_t>(block);
+    if (audio_.usesCodec()) {
+      fillFromCodec(block, position, room);
+    } else if (position < dataSize_) {
+      const std::uint64_t count = std::min<std::uint64_t>(position + bytes, dataSize_) - position;
+      file_.readAt(dataPosition_ + position, room.data(), static_cast<std::size_t>(count));
+    }
+  }
+  return std::make_shared<Media::AudioBlockBuffer>(audio_.sampleData(room));
+}
+
+std::size_t WaveFileInput::fillFromCodec(std::int32_t block, std::uint64_t position, std::span<std::byte> room) {
+  std::size_t filled = 0;
+  if (block == lastBlock_ + 1) {
+    // In order: what the decoder made past the last block comes first.
+    filled = audio_.takeOutput(room);
+    position = nextPosition_;
+  } else {
+    audio_.clear();
+  }
+  lastBlock_ = block;
+  while (filled < room.size()) {
+    const std::uint64_t next = std::min(position + avgBytes_, dataSize_);
+    if (next <= position) break;
+    audio_.insertSourceData(file_, dataPosition_ + position, next - position);
+    position = nextPosition_ = next;
+    audio_.decode();
+    filled += audio_.takeOutput(room.subspan(filled));
+  }
+  return filled;
+}
+
+}  // namespace Plugin
