@@ -85,25 +85,29 @@ std::span<const std::byte> AviFileInput::readFrameChunk(std::size_t entry) {
 
 bool AviFileInput::decodePicture(std::size_t entry) {
   Media::VideoCodec& codec = *video_.codec();
-  if (!codec.holds(static_cast<std::int64_t>(entry))) {
-    // Back to the key frame, unless the chunks in between go on from the last one decoded.
-    std::size_t start = entry;
-    while (start > 0 && streams_.frames[start].delta && static_cast<std::int64_t>(start) != nextFrame_) --start;
-    if (static_cast<std::int64_t>(start) != nextFrame_) codec.reset(static_cast<std::int64_t>(start));
-    for (std::size_t chunk = start; chunk <= entry; ++chunk) feed(chunk);
-    // A decoder that reorders hands a picture out some chunks after its own.
-    for (int extra = 0; !codec.holds(static_cast<std::int64_t>(entry)) && extra < codec.reorderDelay() &&
-                        nextFrame_ < frameCount;
-         ++extra) {
+  const auto number = static_cast<std::int64_t>(entry);
+  if (!codec.holds(number)) {
+    // A picture of a chunk already decoded that has not come out yet comes with the
+    // next chunks; any other starts from the key frame, unless the chunks in between go
+    // on from the last one decoded.
+    const bool coming = nextFrame_ >= 0 && number < nextFrame_ && number >= codec.nextPicture();
+    if (!coming) {
+      std::size_t start = entry;
+      while (start > 0 && streams_.frames[start].delta && static_cast<std::int64_t>(start) != nextFrame_) --start;
+      if (static_cast<std::int64_t>(start) != nextFrame_) codec.reset(static_cast<std::int64_t>(start));
+      for (std::size_t chunk = start; chunk <= entry; ++chunk) feed(chunk);
+    }
+    // A decoder that reorders hands a picture out up to its delay in chunks later.
+    while (!codec.holds(number) && nextFrame_ < frameCount && nextFrame_ <= number + codec.reorderDelay()) {
       feed(static_cast<std::size_t>(nextFrame_));
     }
-    if (!codec.holds(static_cast<std::int64_t>(entry)) && nextFrame_ >= frameCount) {
+    if (!codec.holds(number) && nextFrame_ >= frameCount) {
       codec.finish();
       nextFrame_ = -256;
     }
   }
   // A picture that failed leaves the one before it in the output.
-  return video_.takePicture(static_cast<std::int64_t>(entry)) || !video_.output().empty();
+  return video_.takePicture(number) || !video_.output().empty();
 }
 
 void AviFileInput::feed(std::size_t entry) {

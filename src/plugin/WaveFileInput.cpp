@@ -47,12 +47,12 @@ bool WaveFileInput::parse(Media::WaveFormat& format) {
   // A recording cut short keeps the length it meant to have; what is there is read.
   dataSize_ = std::min(chunk.size, file_.fileSize() > chunk.start ? file_.fileSize() - chunk.start : 0);
   const std::uint32_t frameBytes = format.channels * (format.bitsPerSample / 8u);
-  const std::uint32_t blockAlign = format.blockAlign != 0 ? format.blockAlign : frameBytes;
+  blockAlign_ = format.blockAlign != 0 ? format.blockAlign : frameBytes;
   avgBytes_ = format.avgBytesPerSec != 0 ? format.avgBytesPerSec : frameBytes * format.sampleRate;
-  if (blockAlign == 0 || avgBytes_ == 0) return false;
+  if (blockAlign_ == 0 || avgBytes_ == 0) return false;
   // Where the bytes do not count samples one block each, the length in time decides.
-  sampleCount = std::uint64_t{avgBytes_} == std::uint64_t{blockAlign} * format.sampleRate
-                    ? static_cast<std::int64_t>(dataSize_ / blockAlign)
+  sampleCount = std::uint64_t{avgBytes_} == std::uint64_t{blockAlign_} * format.sampleRate
+                    ? static_cast<std::int64_t>(dataSize_ / blockAlign_)
                     : static_cast<std::int64_t>(std::trunc(static_cast<double>(dataSize_) / avgBytes_ * format.sampleRate));
   return true;
 }
@@ -84,6 +84,12 @@ std::size_t WaveFileInput::fillFromCodec(std::int32_t block, std::uint64_t posit
     position = nextPosition_;
   } else {
     audio_.clear();
+    // Decoding starts at a whole block of the format; what it makes before the second
+    // asked for is dropped.
+    const std::uint64_t early = position % blockAlign_;
+    const double earlySamples = static_cast<double>(early) * audio_.target().sampleRate / avgBytes_;
+    audio_.skipOutput(static_cast<std::size_t>(std::llround(earlySamples)) * audio_.target().blockAlign);
+    position -= early;
   }
   lastBlock_ = block;
   while (filled < room.size()) {

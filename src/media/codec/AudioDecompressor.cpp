@@ -38,6 +38,7 @@ void AudioDecompressor::clear() {
   sourceFill_ = 0;
   pending_.clear();
   pendingTaken_ = 0;
+  skip_ = 0;
   if (codec_) codec_->reset();
 }
 
@@ -61,6 +62,9 @@ void AudioDecompressor::decode() {
 }
 
 std::size_t AudioDecompressor::takeOutput(std::span<std::byte> room) {
+  const std::size_t skipped = std::min(skip_, pending_.size() - pendingTaken_);
+  pendingTaken_ += skipped;
+  skip_ -= skipped;
   const std::size_t count = std::min(room.size(), pending_.size() - pendingTaken_);
   if (count == 0) return 0;
   std::memcpy(room.data(), pending_.data() + pendingTaken_, count);

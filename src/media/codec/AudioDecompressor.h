@@ -48,6 +48,9 @@ class AudioDecompressor {
   void decode();
   // Copies the oldest output not yet taken into `room`; returns the bytes copied.
   std::size_t takeOutput(std::span<std::byte> room);
+  // The next `bytes` of output are dropped instead of taken: the samples of a block of
+  // the source that lie before the place asked for.
+  void skipOutput(std::size_t bytes) noexcept { skip_ = bytes; }
 
  private:
   WaveFormat target_;
@@ -56,6 +59,7 @@ class AudioDecompressor {
   std::size_t sourceFill_ = 0;
   std::vector<std::byte> pending_;
   std::size_t pendingTaken_ = 0;
+  std::size_t skip_ = 0;
 };
 
 }  // namespace Media

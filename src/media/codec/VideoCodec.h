@@ -32,6 +32,8 @@ class VideoCodec {
   virtual void finish() = 0;
   // How many chunks later than its own a picture may come out.
   virtual int reorderDelay() const = 0;
+  // The number the next picture to come out will have.
+  virtual std::int64_t nextPicture() const = 0;
   // Whether picture `number` has come out and is still held.
   virtual bool holds(std::int64_t number) const = 0;
   // Writes held picture `number` in the form begun into `output` (the form's

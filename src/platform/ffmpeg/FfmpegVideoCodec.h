@@ -29,6 +29,7 @@ class FfmpegVideoCodec final : public Media::VideoCodec {
   bool decode(std::span<const std::byte> chunk, bool keyFrame) override;
   void finish() override;
   int reorderDelay() const override { return context_->has_b_frames; }
+  std::int64_t nextPicture() const override { return nextNumber_; }
   bool holds(std::int64_t number) const override;
   bool picture(std::int64_t number, std::span<std::byte> output) override;
 
