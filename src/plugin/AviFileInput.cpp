@@ -10,7 +10,14 @@ namespace Plugin {
 
 namespace {
 
-constexpr std::size_t kScratchAlignment = 32;
+// The audio entry that holds byte `position` of the stream, and how far into it.
+std::pair<std::size_t, std::uint64_t> locate(const std::vector<AviStreams::AudioEntry>& chunks,
+                                              std::uint64_t position) {
+  const auto found = std::lower_bound(chunks.begin(), chunks.end(), position,
+                                      [](const AviStreams::AudioEntry& entry, std::uint64_t at) { return entry.offset < at; });
+  const auto index = static_cast<std::size_t>(std::max<std::ptrdiff_t>(found - chunks.begin() - 1, 0));
+  return {index, position > chunks[index].offset ? position - chunks[index].offset : 0};
+}
 
 }  // namespace
 
@@ -120,10 +127,8 @@ void AviFileInput::feed(std::size_t entry) {
 std::shared_ptr<Media::AudioBlockBuffer> AviFileInput::readAudio(std::int32_t block) {
   if (!hasAudio()) return nullptr;
   std::lock_guard lock(audioMutex_);
-  const std::size_t bytes = audio_.blockBytes();
   // Zeroed, so that what lies beyond the stream's end is silence.
-  audioScratch_.assign((bytes + kScratchAlignment - 1) / kScratchAlignment * kScratchAlignment, std::byte{0});
-  const std::span<std::byte> room(audioScratch_.data(), bytes);
+  const std::span<std::byte> room = audio_.silentBlock();
   if (block >= 0) {
     const std::uint64_t position =
         std::uint64_t{streams_.audioRate / streams_.audioScale} * streams_.blockAlign * static_cast<std::uint64_t>(block);
@@ -135,19 +140,6 @@ std::shared_ptr<Media::AudioBlockBuffer> AviFileInput::readAudio(std::int32_t bl
   }
   return std::make_shared<Media::AudioBlockBuffer>(audio_.sampleData(room));
 }
-
-namespace {
-
-// The audio entry that holds byte `position` of the stream, and how far into it.
-std::pair<std::size_t, std::uint64_t> locate(const std::vector<AviStreams::AudioEntry>& chunks,
-                                              std::uint64_t position) {
-  const auto found = std::lower_bound(chunks.begin(), chunks.end(), position,
-                                      [](const AviStreams::AudioEntry& entry, std::uint64_t at) { return entry.offset < at; });
-  const auto index = static_cast<std::size_t>(std::max<std::ptrdiff_t>(found - chunks.begin() - 1, 0));
-  return {index, position > chunks[index].offset ? position - chunks[index].offset : 0};
-}
-
-}  // namespace
 
 std::size_t AviFileInput::fillUncompressed(std::uint64_t position, std::span<std::byte> room) {
   const std::vector<AviStreams::AudioEntry>& chunks = streams_.audioChunks;

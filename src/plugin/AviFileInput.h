@@ -55,7 +55,6 @@ class AviFileInput : public InputFile {
   std::int64_t nextFrame_ = -256;  // the chunk the decoder takes next, when reads go in order
 
   std::mutex audioMutex_;
-  std::vector<std::byte> audioScratch_;
   std::int64_t lastBlock_ = -256;
   std::size_t audioChunk_ = 0;  // the next entry of the audio index to read
 };

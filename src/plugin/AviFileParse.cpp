@@ -94,16 +94,23 @@ void AviFileParse::readStream(std::uint8_t number) {
   (type == fourcc("vids") ? videoCapacity_ : audioCapacity_) += capacity;
 }
 
-bool AviFileParse::readVideoStream(const std::byte* streamHeader) {
+bool AviFileParse::readStreamFormat(const char* place, std::vector<std::byte>& format) {
   strl_.rewind();
   Media::RiffChunk strf;
   if (!file_.findChunk(fourcc("strf"), strf, strl_)) return false;
   if (strf.size >= kFormatSizeLimit) {
-    System::Log::info("Plugin::AviFileInput::FileParse::getVideoStreamHeader", "invalid stream format size.");
+    System::Log::info(place, "invalid stream format size.");
     return false;
   }
-  streams_.videoFormat = file_.readBytes(strf.start, strf.size);
-  if (streams_.videoFormat.size() < sizeof(Media::BitmapInfoHeader)) return false;
+  format = file_.readBytes(strf.start, strf.size);
+  return true;
+}
+
+bool AviFileParse::readVideoStream(const std::byte* streamHeader) {
+  if (!readStreamFormat("Plugin::AviFileInput::FileParse::getVideoStreamHeader", streams_.videoFormat) ||
+      streams_.videoFormat.size() < sizeof(Media::BitmapInfoHeader)) {
+    return false;
+  }
   streams_.rate = readLe32(streamHeader + 24);
   streams_.scale = readLe32(streamHeader + 20);
   streams_.frameCount = static_cast<std::int32_t>(
@@ -115,14 +122,7 @@ bool AviFileParse::readVideoStream(const std::byte* streamHeader) {
 }
 
 bool AviFileParse::readAudioStream(const std::byte* streamHeader) {
-  strl_.rewind();
-  Media::RiffChunk strf;
-  if (!file_.findChunk(fourcc("strf"), strf, strl_)) return false;
-  if (strf.size >= kFormatSizeLimit) {
-    System::Log::info("Plugin::AviFileInput::FileParse::getAudioStreamHeader", "invalid stream format size.");
-    return false;
-  }
-  streams_.audioFormat = file_.readBytes(strf.start, strf.size);
+  if (!readStreamFormat("Plugin::AviFileInput::FileParse::getAudioStreamHeader", streams_.audioFormat)) return false;
   const std::optional<Media::WaveFormat> format = Media::WaveFormat::parse(streams_.audioFormat);
   const std::uint32_t scale = readLe32(streamHeader + 20);
   const std::uint32_t rate = readLe32(streamHeader + 24);

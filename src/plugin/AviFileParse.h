@@ -25,6 +25,9 @@ class AviFileParse {
   explicit AviFileParse(const std::wstring& path) : file_(path) {}
   void open();
   void readStream(std::uint8_t number);
+  // The stream's "strf" into `format`; false without one, or with one of 64 KiB or more,
+  // which is logged under `place`.
+  bool readStreamFormat(const char* place, std::vector<std::byte>& format);
   bool readVideoStream(const std::byte* streamHeader);
   bool readAudioStream(const std::byte* streamHeader);
   std::uint64_t readSuperIndex();

@@ -14,7 +14,6 @@ namespace {
 
 constexpr const char* kPlace = "Plugin::WaveFileReader::WavFileInput::FileParse::open";
 constexpr std::uint64_t kFormatSizeLimit = 0x10000;
-constexpr std::size_t kScratchAlignment = 32;
 
 }  // namespace
 
@@ -60,16 +59,14 @@ bool WaveFileInput::parse(Media::WaveFormat& format) {
 std::shared_ptr<Media::AudioBlockBuffer> WaveFileInput::readAudio(std::int32_t block) {
   if (!hasAudio()) return nullptr;
   std::lock_guard lock(audioMutex_);
-  const std::size_t bytes = audio_.blockBytes();
   // Zeroed, so that what lies beyond the data is silence.
-  audioScratch_.assign((bytes + kScratchAlignment - 1) / kScratchAlignment * kScratchAlignment, std::byte{0});
-  const std::span<std::byte> room(audioScratch_.data(), bytes);
+  const std::span<std::byte> room = audio_.silentBlock();
   if (block >= 0) {
     const std::uint64_t position = std::uint64_t{avgBytes_} * static_cast<std::uint64_t>(block);
     if (audio_.usesCodec()) {
       fillFromCodec(block, position, room);
     } else if (position < dataSize_) {
-      const std::uint64_t count = std::min<std::uint64_t>(position + bytes, dataSize_) - position;
+      const std::uint64_t count = std::min<std::uint64_t>(position + room.size(), dataSize_) - position;
       file_.readAt(dataPosition_ + position, room.data(), static_cast<std::size_t>(count));
     }
   }

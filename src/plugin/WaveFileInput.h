@@ -40,7 +40,6 @@ class WaveFileInput : public InputFile {
   std::uint32_t blockAlign_ = 0;
 
   std::mutex audioMutex_;
-  std::vector<std::byte> audioScratch_;
   std::int64_t lastBlock_ = -256;
   std::uint64_t nextPosition_ = 0;  // of the data the decoder takes next, when reads go in order
 };

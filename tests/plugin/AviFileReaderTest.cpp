@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "media/audio/AudioBlockBuffer.h"
@@ -67,7 +68,11 @@ AviSpec fakeAvi(int frames, const std::vector<int>& keys, AviIndex index = AviIn
   return spec;
 }
 
-// Mono 16-bit sound at 1000 samples a second: sample k is k * 10, in chunks of 300.
+// Sample k of withSound(), as a block holds it.
+float soundAt(int k) { return static_cast<std::int16_t>(static_cast<std::uint16_t>(k * 10)) / 32768.0f; }
+
+// Mono 16-bit sound at 1000 samples a second: sample k is k * 10 (wrapping round), in
+// chunks of 300.
 AviSpec withSound(AviSpec spec, int samples) {
   spec.waveFormat = PluginTest::waveFormat(1, 1, 1000, 16);
   std::string data;
@@ -278,6 +283,28 @@ TEST_F(AviFileReaderTest, SoundBlocksAreFoundByTheirPlaceInTheStreamAndEndInSile
   AviSpec noSampleSize = withSound(bitmapAvi(1, AviIndex::Absolute), 1500);
   noSampleSize.audioSampleSize = 0;
   EXPECT_EQ(open(PluginTest::makeAvi(noSampleSize))->flags, Plugin::InputFile::Video);
+}
+
+TEST_F(AviFileReaderTest, ThreadsReadingFramesAndSoundOfOneFileEachGetTheirOwn) {
+  const auto file = openFake(PluginTest::makeAvi(withSound(fakeAvi(60, {0, 20, 40}), 9000)));
+  ASSERT_TRUE(file);
+  std::vector<int> wrongFrames(4, 0);
+  std::vector<std::thread> threads;
+  for (int reader = 0; reader < 3; ++reader) {
+    threads.emplace_back([&, reader] {
+      for (int round = 0; round < 20; ++round) {
+        const int frame = (round * 7 + reader * 13) % 60;
+        if (shown(*file, frame) != frame) ++wrongFrames[static_cast<std::size_t>(reader)];
+      }
+    });
+  }
+  threads.emplace_back([&] {
+    for (int block = 0; block < 9; ++block) {
+      if (file->readAudio(block)->channelData(0)[3] != soundAt(block * 1000 + 3)) ++wrongFrames[3];
+    }
+  });
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(wrongFrames, std::vector<int>(4, 0));
 }
 
 TEST_F(AviFileReaderTest, MjpegFramesDecodeThroughLibavcodecWithinTwoLevels) {

@@ -29,6 +29,12 @@ bool AudioDecompressor::setup(CodecProvider& provider, const WaveFormat& source)
          (target_.codecTag == WaveFormat::kIeeeFloat && target_.bitsPerSample == 32);
 }
 
+std::span<std::byte> AudioDecompressor::silentBlock() {
+  // Rounded up to whole 32-byte steps, as the block's conversion reads them.
+  block_.assign((blockBytes() + 31) / 32 * 32, std::byte{0});
+  return std::span(block_.data(), blockBytes());
+}
+
 AudioSampleData AudioDecompressor::sampleData(std::span<const std::byte> bytes) const noexcept {
   return AudioSampleData{bytes, target_.codecTag == WaveFormat::kIeeeFloat ? SampleFormat::Float : SampleFormat::Pcm,
                          target_.sampleRate, target_.bitsPerSample, target_.channels};

@@ -34,6 +34,8 @@ class AudioDecompressor {
   const WaveFormat& target() const noexcept { return target_; }
   // Bytes of one second of the target.
   std::size_t blockBytes() const noexcept { return std::size_t{target_.blockAlign} * target_.sampleRate; }
+  // One second of silence to read a block into; it lives until the next call.
+  std::span<std::byte> silentBlock();
   // `bytes` of the target, described for a block.
   AudioSampleData sampleData(std::span<const std::byte> bytes) const noexcept;
 
@@ -55,6 +57,7 @@ class AudioDecompressor {
  private:
   WaveFormat target_;
   std::unique_ptr<AudioCodec> codec_;
+  std::vector<std::byte> block_;
   std::vector<std::byte> source_;  // sized at the first insert
   std::size_t sourceFill_ = 0;
   std::vector<std::byte> pending_;

@@ -40,14 +40,14 @@ struct Encoder {
 }  // namespace
 
 std::vector<std::string> encodeMjpeg(int width, int height, int frames,
-                                     const std::function<std::uint8_t(int, int, int)>& luma) {
+                                     const std::function<std::uint8_t(int, int, int)>& luma, int quantiser) {
   Encoder encoder(AV_CODEC_ID_MJPEG);
   encoder.context->width = width;
   encoder.context->height = height;
   encoder.context->pix_fmt = AV_PIX_FMT_YUVJ422P;
   encoder.context->time_base = AVRational{1, 30};
   encoder.context->flags |= AV_CODEC_FLAG_QSCALE;
-  encoder.context->qmin = encoder.context->qmax = 1;
+  encoder.context->qmin = encoder.context->qmax = quantiser;
   encoder.open();
   AVFrame* frame = encoder.frame;
   frame->width = width;
@@ -65,7 +65,7 @@ std::vector<std::string> encodeMjpeg(int width, int height, int frames,
       }
     }
     frame->pts = index;
-    frame->quality = FF_QP2LAMBDA;
+    frame->quality = FF_QP2LAMBDA * quantiser;
     encoder.encode(frame, packets);
   }
   encoder.encode(nullptr, packets);

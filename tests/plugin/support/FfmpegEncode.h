@@ -10,9 +10,9 @@
 namespace PluginTest {
 
 // JPEG pictures of full-range YUV 4:2:2 whose luma is `luma(frame, x, y)` and chroma
-// grey, one string a frame, at the encoder's finest quantiser.
+// grey, one string a frame; quantiser 1 is the finest.
 std::vector<std::string> encodeMjpeg(int width, int height, int frames,
-                                     const std::function<std::uint8_t(int, int, int)>& luma);
+                                     const std::function<std::uint8_t(int, int, int)>& luma, int quantiser = 1);
 
 struct AdpcmStream {
   std::string data;  // whole blocks
