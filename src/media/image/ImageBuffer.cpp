@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <new>
 
 #include "system/Exception.h"
@@ -66,8 +67,12 @@ std::uint32_t ImageBuffer::bufferPixelBytes(Format format, const char* place) {
 }
 
 std::uint32_t ImageBuffer::getDefaultPitchSize(Format format, std::uint32_t width) {
-  const std::uint32_t bytes = bufferPixelBytes(format, "Media::ImageBuffer::getDefaultPitchSize");
-  return static_cast<std::uint32_t>(roundUp(std::size_t{bytes} * width, kAlignment));
+  constexpr const char* kPlace = "Media::ImageBuffer::getDefaultPitchSize";
+  const std::size_t pitch = roundUp(std::size_t{bufferPixelBytes(format, kPlace)} * width, kAlignment);
+  if (pitch > std::numeric_limits<std::uint32_t>::max()) {
+    throw System::NoteException(kPlace, "image size too large.", L"width %u", width);
+  }
+  return static_cast<std::uint32_t>(pitch);
 }
 
 BitmapInfoHeader ImageBuffer::getBitmapInfoHeader(Format format, std::uint32_t width, std::uint32_t height) {
@@ -91,7 +96,15 @@ ImageBuffer::ImageBuffer(Format format, std::uint32_t width, std::uint32_t heigh
 }
 
 void ImageBuffer::resize(std::uint32_t width, std::uint32_t height, std::uint32_t pitch) {
+  constexpr const char* kPlace = "Media::ImageBuffer::resize";
   const std::uint32_t rowPitch = pitch ? pitch : getDefaultPitchSize(format_, width);
+  // Every row is written whole, and the size of the whole image is counted in 32 bits.
+  if (rowPitch < rowBytes(format_, width)) {
+    throw System::NoteException(kPlace, "image pitch shorter than a row.", L"width %u pitch %u", width, rowPitch);
+  }
+  if (std::size_t{rowPitch} * height > std::numeric_limits<std::uint32_t>::max()) {
+    throw System::NoteException(kPlace, "image size too large.", L"%u x %u", width, height);
+  }
   const std::size_t bytes = roundUp(std::size_t{rowPitch} * height, kAlignment);
   if (bytes > capacity_ || !data_) {
     data_.reset(static_cast<std::byte*>(::operator new[](std::max(bytes, kAlignment), std::align_val_t{kAlignment})));
