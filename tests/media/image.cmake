@@ -1,4 +1,8 @@
-# Image buffers here.
+# Image buffers and the YUV colour tables here.
 list(APPEND SORVEL_MEDIA_TEST_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/ImageBufferTest.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/YUVformatTest.cpp
 )
+# The installation's colour tables are read from the source tree.
+set_source_files_properties(${CMAKE_CURRENT_LIST_DIR}/YUVformatTest.cpp
+                            PROPERTIES COMPILE_DEFINITIONS SORVEL_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
