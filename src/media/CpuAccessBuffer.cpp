@@ -29,21 +29,46 @@ void CpuAccessBuffer::copyResource(GpuId texture) {
   if (width_ && height_) read_ = device_->backend().beginRead(texture, width_, height_, format_, kPlace);
 }
 
+const std::byte* CpuAccessBuffer::waitForCopy() {
+  const std::byte* mapped = nullptr;
+  device_->run([&] { mapped = device_->backend().waitRead(read_, kPlace); });
+  return mapped;
+}
+
+// The bytes are copied on the caller's thread: the GPU thread only waited.
+void CpuAccessBuffer::copyRows(const std::byte* mapped, std::byte* rows, std::size_t pitch) const {
+  const std::size_t row = rowPitch();
+  for (std::size_t y = 0; y < height_; ++y) {
+    std::byte* out = rows + y * pitch;
+    if (isAlphaOnly(format_)) {
+      const std::byte* in = mapped + y * width_ * 4;
+      for (std::size_t x = 0; x < width_; ++x) out[x] = in[x * 4 + 3];
+    } else {
+      std::memcpy(out, mapped + y * row, row);
+    }
+  }
+}
+
 const std::vector<std::byte>& CpuAccessBuffer::data() {
   std::lock_guard lock(mutex_);
   if (!read_) return data_;
-  const std::byte* mapped = nullptr;
-  device_->run([&] { mapped = device_->backend().waitRead(read_, kPlace); });
-  // The bytes are copied here, on the caller's thread: the GPU thread only waited.
-  const std::size_t pixels = std::size_t{width_} * height_;
   data_.resize(rowPitch() * height_);
-  if (isAlphaOnly(format_)) {
-    for (std::size_t i = 0; i < pixels; ++i) data_[i] = mapped[i * 4 + 3];
-  } else {
-    std::memcpy(data_.data(), mapped, data_.size());
-  }
+  copyRows(waitForCopy(), data_.data(), rowPitch());
   release();
   return data_;
+}
+
+void CpuAccessBuffer::copyTo(std::byte* rows, std::size_t pitch) {
+  std::lock_guard lock(mutex_);
+  if (read_) {
+    copyRows(waitForCopy(), rows, pitch);
+    release();
+    return;
+  }
+  // data() has taken the copy already.
+  if (data_.empty()) return;
+  const std::size_t row = rowPitch();
+  for (std::size_t y = 0; y < height_; ++y) std::memcpy(rows + y * pitch, data_.data() + y * row, row);
 }
 
 std::vector<std::byte> CpuAccessBuffer::takeData() {

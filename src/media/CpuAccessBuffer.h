@@ -34,9 +34,16 @@ class CpuAccessBuffer {
   // The copied pixels, waiting for the copy first. Any thread; empty before copyResource.
   const std::vector<std::byte>& data();
   std::vector<std::byte> takeData();
+  // The copied pixels written straight into rows `pitch` bytes apart (a CPU image),
+  // waiting for the copy first. Any thread.
+  void copyTo(std::byte* rows, std::size_t pitch);
 
  private:
   void release() noexcept;
+  // Waits for the copy; the bytes stay valid until release(). Under the lock.
+  const std::byte* waitForCopy();
+  // From the copy's bytes, in which a mask has four bytes a pixel, to rows of the CPU image.
+  void copyRows(const std::byte* mapped, std::byte* rows, std::size_t pitch) const;
 
   GraphicsDevice* device_;
   std::uint32_t width_;

@@ -42,10 +42,11 @@ class GraphicsBackend {
   virtual bool hasRasterizerOrderedViews() const = 0;
   virtual bool supportsTexture(Format format) const = 0;
 
-  // A texture of one mip level. `pixels` is null or holds tight rows of the CPU image
-  // of `format`, top row first. Failures throw with the call and `place`.
+  // A texture of one mip level. `pixels` is null or holds rows of the CPU image of
+  // `format`, top row first, `pitch` bytes apart (0: tight rows); a pitch is a whole
+  // number of the format's blocks. Failures throw with the call and `place`.
   virtual GpuId createTexture(std::uint32_t width, std::uint32_t height, Format format, const void* pixels,
-                              const char* place) = 0;
+                              std::size_t pitch, const char* place) = 0;
   virtual void destroyTexture(GpuId texture) = 0;
   // What a texture is drawn through: the render target view of the texture.
   virtual GpuId createRenderTarget(GpuId texture, const char* place) = 0;

@@ -1,6 +1,8 @@
 #include "media/GraphicsService.h"
 
 #include "dialog/MessageBox.h"
+#include "media/image/ResourceConvert.h"
+#include "media/image/YUVformat.h"
 #include "media/pass/FramePasses.h"
 #include "media/surface/SurfaceShaders.h"
 #include "setting/SettingService.h"
@@ -51,16 +53,24 @@ GraphicsService::GraphicsService() {
   config_.add<System::Config::Int>("OutputYUVColorRange", &outputYuvColorRange_, 0);
   config_.load(System::MainIniFile::get());
 
-  DeviceSettings settings = readSettings(System::Singleton<Setting::SettingService>::get()->config());
+  Setting::SettingService* setting = System::Singleton<Setting::SettingService>::get();
+  DeviceSettings settings = readSettings(setting->config());
   // The box belongs to the main thread; the device reports from its start, which runs
   // on the thread that acquires this service.
   settings.warnUser = [](const std::string& text) { Dialog::showWarning(System::Text::fromUtf8(text)); };
   if (!backendFactory()) throw System::NoteException(kPlace, "graphics back end not installed.");
   device_ = std::make_unique<GraphicsDevice>(backendFactory(), std::move(settings));
+  // The last step of the device's start: no conversion may run before the tables exist.
+  colors_ = std::make_unique<YUVformat>(setting->systemFile());
+}
+
+ConvertParameters GraphicsService::outputColor() const {
+  return {colors_->RGB2YUV().find(outputYuvColorSpace_) + 1, outputYuvColorRange_ != 0};
 }
 
 GraphicsService::~GraphicsService() {
   // The shared shaders hold GPU objects, which go through the device.
+  convert_.reset();
   surfaces_.reset();
   passes_.reset();
   device_.reset();
@@ -71,6 +81,7 @@ void GraphicsService::createSharedResources(std::uint32_t width, std::uint32_t h
   device_->run([&] {
     passes_ = std::make_unique<FramePasses>(*device_, width, height);
     surfaces_ = std::make_unique<SurfaceShaders>(*device_);
+    convert_ = std::make_unique<ResourceConvert>(*device_, *passes_, *colors_, outputColor());
   });
 }
 

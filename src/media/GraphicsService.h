@@ -1,8 +1,9 @@
 // The graphics device as a global service of the start sequence (System::Singleton):
 // it keeps the section Direct3D of the main ini, reads the pixel, mask and shadow map
-// sizes from the system file, and starts the device. At the start's later step it also
-// makes the frame passes that every effect shares, which measure their paths on frames
-// of the size given there.
+// sizes and the YUV colour tables from the system file, and starts the device. At the
+// start's later step it also makes the frame passes that every effect shares, which
+// measure their paths on frames of the size given there, and the conversions of CPU
+// images that run through them.
 #pragma once
 
 #include <cstdint>
@@ -10,13 +11,16 @@
 #include <string>
 
 #include "media/GraphicsDevice.h"
+#include "media/image/ConvertParameters.h"
 #include "system/ConfigGroup.h"
 #include "system/IniFile.h"
 
 namespace Media {
 
 class FramePasses;
+class ResourceConvert;
 class SurfaceShaders;
+class YUVformat;
 
 class GraphicsService {
  public:
@@ -32,6 +36,11 @@ class GraphicsService {
   GraphicsService& operator=(const GraphicsService&) = delete;
 
   GraphicsDevice& device() noexcept { return *device_; }
+  const YUVformat& colorTables() const noexcept { return *colors_; }
+  // What read-backs in YUV formats write: the colour space OutputYUVColorSpace names in
+  // RGB2YUV (none or an unknown name: chosen by height), full range where
+  // OutputYUVColorRange is not 0.
+  ConvertParameters outputColor() const;
 
   // The shared frame passes, each on whichever path runs a frame of this size faster, and
   // the surface shaders that objects are drawn with.
@@ -39,6 +48,7 @@ class GraphicsService {
   // Null before createSharedResources.
   FramePasses* framePasses() noexcept { return passes_.get(); }
   SurfaceShaders* surfaceShaders() noexcept { return surfaces_.get(); }
+  ResourceConvert* resourceConvert() noexcept { return convert_.get(); }
 
  private:
   // Kept in the main ini for the user; the device itself always uses one sample and no
@@ -51,8 +61,10 @@ class GraphicsService {
   System::Config::Group config_;
 
   std::unique_ptr<GraphicsDevice> device_;
+  std::unique_ptr<YUVformat> colors_;
   std::unique_ptr<FramePasses> passes_;
   std::unique_ptr<SurfaceShaders> surfaces_;
+  std::unique_ptr<ResourceConvert> convert_;
 };
 
 }  // namespace Media

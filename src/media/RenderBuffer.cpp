@@ -6,6 +6,8 @@
 #include "media/CpuAccessBuffer.h"
 #include "media/GraphicsDevice.h"
 #include "media/PixelShader.h"
+#include "media/image/ImageBuffer.h"
+#include "media/image/ResourceConvert.h"
 #include "system/Exception.h"
 
 namespace Media {
@@ -43,7 +45,7 @@ void RenderBuffer::createTexture2D(std::uint32_t width, std::uint32_t height) {
   // A frame may be made on a worker thread; its texture is made on the GPU thread.
   device_->run([&] {
     const GpuId texture =
-        device_->backend().createTexture(width, height, format_, nullptr, "Media::RenderBuffer::createTexture2D");
+        device_->backend().createTexture(width, height, format_, nullptr, 0, "Media::RenderBuffer::createTexture2D");
     release();
     width_ = width;
     height_ = height;
@@ -97,6 +99,22 @@ void RenderBuffer::copyToRGBA(void* data) {
   }
   const std::vector<std::byte> pixels = readPixels();
   std::memcpy(data, pixels.data(), pixels.size());
+}
+
+std::shared_ptr<ImageBuffer> RenderBuffer::toImageBuffer() {
+  auto image = std::make_shared<ImageBuffer>(format_, width_, height_);
+  std::unique_ptr<CpuAccessBuffer> staging;
+  device_->run([&] { staging = startReadBack(); });
+  staging->copyTo(image->data(), image->pitch());
+  return image;
+}
+
+std::shared_ptr<ImageBuffer> RenderBuffer::toImageBuffer(ResourceConvert& convert, Format format, bool straightAlpha) {
+  return convert.convert(*this, format, straightAlpha);
+}
+
+std::shared_ptr<ImageBuffer> RenderBuffer::toYUY2(ResourceConvert& convert) {
+  return convert.convert(*this, Format::Yuy2, false);
 }
 
 ResourceBuffer& RenderBuffer::auxiliary(std::unique_ptr<ResourceBuffer>& slot, std::uint32_t width,

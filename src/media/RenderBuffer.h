@@ -20,7 +20,9 @@ namespace Media {
 
 class CpuAccessBuffer;
 class GraphicsDevice;
+class ImageBuffer;
 class PixelShader;
+class ResourceConvert;
 
 class RenderBuffer {
  public:
@@ -60,6 +62,12 @@ class RenderBuffer {
   std::unique_ptr<CpuAccessBuffer> startReadBack();
   // Read-back of a 32-bit frame (28 or 87) into `data`, width * 4 bytes a row.
   void copyToRGBA(void* data);
+  // Read-back into a new CPU image of the frame's format. Any thread.
+  std::shared_ptr<ImageBuffer> toImageBuffer();
+  // Read-back into a new CPU image of `format`, converted on the GPU (see
+  // ResourceConvert): RGBA and BGRA with straight alpha where `straightAlpha` is set.
+  std::shared_ptr<ImageBuffer> toImageBuffer(ResourceConvert& convert, Format format, bool straightAlpha);
+  std::shared_ptr<ImageBuffer> toYUY2(ResourceConvert& convert);
 
   ResourceBuffer& depthBuffer();
   ResourceBuffer& transparentBuffer();

@@ -1,14 +1,20 @@
 #include "media/ResourceBuffer.h"
 
 #include <cstring>
+#include <string>
 
 #include "media/BufferGeometry.h"
 #include "media/GraphicsDevice.h"
+#include "media/image/ImageBuffer.h"
+#include "media/image/ResourceConvert.h"
 #include "system/Exception.h"
 
 namespace Media {
 
 namespace {
+
+constexpr const char* kPlace = "Media::ResourceBuffer::ResourceBuffer";
+constexpr const char* kCreatePlace = "Media::ResourceBuffer::createTexture2D";
 
 // The status a framebuffer reports for a texture it cannot draw to.
 constexpr std::uint32_t kFramebufferUnsupported = 0x8CDD;
@@ -34,20 +40,52 @@ ResourceBuffer::ResourceBuffer(GraphicsDevice& device, std::uint32_t width, std:
       pendingPixels_(std::move(pixels)) {
   // An upload reads whole rows: a YUY2 row of odd width is padded to a whole block.
   if (pendingPixels_.size() < rowBytes(format_, width) * height) {
-    throw System::NoteException("Media::ResourceBuffer::ResourceBuffer", "image data shorter than its size.");
+    throw System::NoteException(kPlace, "image data shorter than its size.");
   }
   if (width > kMaxBufferSide || height > kMaxBufferSide) {
-    // Keep the top left part, as a clamped texture shows it.
-    const std::size_t sourceRow = rowBytes(format_, width);
+    // The top left part, as a clamped texture shows it: rows keep their first length.
+    pendingPitch_ = rowBytes(format_, width);
     width_ = clampBufferSide(width);
     height_ = clampBufferSide(height);
-    const std::size_t row = rowBytes(format_, width_);
-    for (std::uint32_t y = 0; y < height_; ++y) {
-      std::memmove(pendingPixels_.data() + y * row, pendingPixels_.data() + y * sourceRow, row);
-    }
-    pendingPixels_.resize(row * height_);
   }
   if (device.isGpuThread()) createTexture2D();
+}
+
+ResourceBuffer::ResourceBuffer(GraphicsDevice& device, std::uint32_t width, std::uint32_t height, Format format,
+                               const std::byte* rows, std::size_t pitch)
+    : device_(&device),
+      width_(clampBufferSide(width)),
+      height_(clampBufferSide(height)),
+      format_(format == Format::Yuy2 ? Format::Yuy2Packed : format) {
+  const FormatInfo* info = findFormat(format_);
+  if (!info || pitch < rowBytes(format_, width) || pitch % info->bytesPerBlock != 0) {
+    throw System::NoteException(kPlace, "image pitch invalid.", "pitch " + std::to_string(pitch));
+  }
+  setPixels(rows, pitch);
+}
+
+ResourceBuffer::ResourceBuffer(ResourceConvert& convert, const ImageBuffer& image,
+                               const ConvertParameters& parameters)
+    : device_(&convert.device()),
+      width_(clampBufferSide(image.width())),
+      height_(clampBufferSide(image.height())),
+      format_(convert.device().pixelFormat()) {
+  if (image.format() == format_) {
+    setPixels(image.data(), image.pitch());
+  } else {
+    convert.convert(image, *this, parameters);
+  }
+}
+
+void ResourceBuffer::setPixels(const std::byte* rows, std::size_t pitch) {
+  if (empty()) return;
+  if (device_->isGpuThread()) {
+    texture_ = device_->backend().createTexture(width_, height_, format_, rows, pitch, kCreatePlace);
+    return;
+  }
+  const std::size_t row = rowBytes(format_, width_);
+  pendingPixels_.resize(row * height_);
+  for (std::uint32_t y = 0; y < height_; ++y) std::memcpy(pendingPixels_.data() + y * row, rows + y * pitch, row);
 }
 
 ResourceBuffer::~ResourceBuffer() { release(); }
@@ -75,20 +113,8 @@ void ResourceBuffer::copyFromRGBA(Format format, const void* data, std::uint32_t
   if (format != Format::Rgba8Unorm && format != Format::Bgra8Unorm) {
     throw System::NoteException(kPlace, "invalid pixel format.");
   }
-  if (device_->isGpuThread() && width <= kMaxBufferSide && height <= kMaxBufferSide) {
-    // On the GPU thread the texture takes the caller's pixels as they are, uncopied.
-    const GpuId texture = width && height ? device_->backend().createTexture(width, height, format, data,
-                                                                             "Media::ResourceBuffer::createTexture2D")
-                                          : 0;
-    width_ = width;
-    height_ = height;
-    format_ = format;
-    texture_ = texture;
-    return;
-  }
-  const auto* bytes = static_cast<const std::byte*>(data);
-  std::vector<std::byte> pixels(bytes, bytes + static_cast<std::size_t>(width) * height * 4);
-  ResourceBuffer upload(*device_, width, height, format, std::move(pixels));
+  // On the GPU thread the texture takes the caller's pixels as they are, uncopied.
+  ResourceBuffer upload(*device_, width, height, format, static_cast<const std::byte*>(data), std::size_t{width} * 4);
   width_ = upload.width_;
   height_ = upload.height_;
   format_ = format;
@@ -100,7 +126,7 @@ void ResourceBuffer::createTexture2D() {
   if (texture_ || empty()) return;
   texture_ = device_->backend().createTexture(width_, height_, format_,
                                               pendingPixels_.empty() ? nullptr : pendingPixels_.data(),
-                                              "Media::ResourceBuffer::createTexture2D");
+                                              pendingPitch_, kCreatePlace);
   pendingPixels_ = {};
 }
 

@@ -15,6 +15,9 @@
 namespace Media {
 
 class GraphicsDevice;
+class ImageBuffer;
+class ResourceConvert;
+struct ConvertParameters;
 
 class ResourceBuffer {
  public:
@@ -28,6 +31,15 @@ class ResourceBuffer {
   // GPU format.
   ResourceBuffer(GraphicsDevice& device, std::uint32_t width, std::uint32_t height, Format format,
                  std::vector<std::byte> pixels);
+  // The same from rows `pitch` bytes apart, read where they lie on the GPU thread and
+  // copied elsewhere. A pitch shorter than a row, or not a whole number of the format's
+  // blocks, throws.
+  ResourceBuffer(GraphicsDevice& device, std::uint32_t width, std::uint32_t height, Format format,
+                 const std::byte* rows, std::size_t pitch);
+  // A CPU image in the device's pixel format: uploaded as it stands when the image has
+  // that format, else converted on the GPU through `convert` (which throws for a format
+  // it cannot convert).
+  ResourceBuffer(ResourceConvert& convert, const ImageBuffer& image, const ConvertParameters& parameters);
   ~ResourceBuffer();
   ResourceBuffer(const ResourceBuffer&) = delete;
   ResourceBuffer& operator=(const ResourceBuffer&) = delete;
@@ -57,6 +69,9 @@ class ResourceBuffer {
   std::unique_ptr<ResourceBuffer> crop(std::uint32_t width, std::uint32_t height, std::int32_t x, std::int32_t y);
 
  private:
+  // Takes rows `pitch` bytes apart as the content: into the texture at once on the GPU
+  // thread, else into a tight copy kept until the first use there.
+  void setPixels(const std::byte* rows, std::size_t pitch);
   void requireDrawable(const char* place) const;
   void release() noexcept;
 
@@ -65,6 +80,7 @@ class ResourceBuffer {
   std::uint32_t height_ = 0;
   Format format_;
   std::vector<std::byte> pendingPixels_;
+  std::size_t pendingPitch_ = 0;  // 0: tight rows
   GpuId texture_ = 0;
   GpuId renderTarget_ = 0;
 };

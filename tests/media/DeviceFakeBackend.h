@@ -36,7 +36,7 @@ class FakeBackend : public Media::GraphicsBackend {
   bool hasRasterizerOrderedViews() const override { return false; }
   bool supportsTexture(Media::Format) const override { return true; }
 
-  Media::GpuId createTexture(std::uint32_t width, std::uint32_t, Media::Format, const void* pixels,
+  Media::GpuId createTexture(std::uint32_t width, std::uint32_t, Media::Format, const void* pixels, std::size_t,
                              const char*) override {
     liveTextures[++next_] = width;
     lastUploadHadPixels = pixels != nullptr;

@@ -97,11 +97,36 @@ const std::array<PassText, kFramePassCount> kPassTexts{{
      "return blendMode(c.blend, c.alpha, fetchZero(source0, pixel + c.offset), fetchZero(source1, pixel), color);"},
 }};
 
+// What one pixel of a source reads, and its size in pixels, by the layout of its texels.
+constexpr const char* kTexelRgba = R"(vec4 pixelAt(sampler2D s, ivec2 p) {
+  return texelFetch(s, p, 0);
+}
+ivec2 pixelSize(sampler2D s) {
+  return textureSize(s, 0);
+}
+)";
+constexpr const char* kTexelBgra = R"(vec4 pixelAt(sampler2D s, ivec2 p) {
+  return texelFetch(s, p, 0).bgra;
+}
+ivec2 pixelSize(sampler2D s) {
+  return textureSize(s, 0);
+}
+)";
+// A pixel of packed YUY2 reads Cb, Y, Cr: its own Y and the chroma its pair shares.
+constexpr const char* kTexelPackedYuy2 = R"(vec4 pixelAt(sampler2D s, ivec2 p) {
+  vec4 t = texelFetch(s, ivec2(p.x >> 1, p.y), 0);
+  return vec4(t.g, (p.x & 1) == 0 ? t.r : t.b, t.a, 1.0);
+}
+ivec2 pixelSize(sampler2D s) {
+  return textureSize(s, 0) * ivec2(2, 1);
+}
+)";
+
 constexpr const char* kFetch = R"(vec4 fetchZero(sampler2D s, ivec2 p) {
-  return all(greaterThanEqual(p, ivec2(0))) && all(lessThan(p, textureSize(s, 0))) ? texelFetch(s, p, 0) : vec4(0.0);
+  return all(greaterThanEqual(p, ivec2(0))) && all(lessThan(p, pixelSize(s))) ? pixelAt(s, p) : vec4(0.0);
 }
 vec4 fetchClamped(sampler2D s, ivec2 p) {
-  return texelFetch(s, clamp(p, ivec2(0), textureSize(s, 0) - 1), 0);
+  return pixelAt(s, clamp(p, ivec2(0), pixelSize(s) - 1));
 }
 float luma(vec3 c) {
   return dot(c, vec3(0.299, 0.587, 0.114));
@@ -200,7 +225,7 @@ bool usesFactor(BlendFactor factor) noexcept {
 
 }  // namespace
 
-std::string framePassGlsl(FramePass pass) {
+std::string framePassGlsl(FramePass pass, TexelLayout sources) {
   const FramePassInfo& info = framePassInfo(pass);
   const PassText& text = kPassTexts[static_cast<std::size_t>(pass)];
   std::string glsl;
@@ -211,6 +236,11 @@ std::string framePassGlsl(FramePass pass) {
     glsl += "layout(std140, binding = 0) uniform FramePassConstants { ";
     glsl += text.block;
     glsl += " } c;\n";
+  }
+  switch (sources) {
+    case TexelLayout::Rgba: glsl += kTexelRgba; break;
+    case TexelLayout::Bgra: glsl += kTexelBgra; break;
+    case TexelLayout::PackedYuy2: glsl += kTexelPackedYuy2; break;
   }
   glsl += kFetch;
   if (pass == FramePass::BlendMode || pass == FramePass::BlendModeOffset) glsl += kBlendModes;

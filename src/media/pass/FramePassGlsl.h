@@ -9,14 +9,16 @@
 #include <string>
 
 #include "media/pass/FramePassTable.h"
+#include "media/pass/TexelLayout.h"
 
 namespace Media {
 
 // Sources are `sampler2D source0, source1` at units 0 and 1, read by texelFetch at
-// `pixel` (0 outside a source), or sampled at `uv` for the passes that sample. The
-// constants are the std140 block `c` at binding 0. `color1` is the second colour of
-// dual-source blending. The function returns false where the pixel is discarded.
-std::string framePassGlsl(FramePass pass);
+// `pixel` (0 outside a source) through the layout of their texels, or sampled at `uv`
+// for the passes that sample. The constants are the std140 block `c` at binding 0.
+// `color1` is the second colour of dual-source blending. The function returns false
+// where the pixel is discarded.
+std::string framePassGlsl(FramePass pass, TexelLayout sources = TexelLayout::Rgba);
 
 // The user's blend modes on premultiplied colour: `normalised`, `toYuv`, `fromYuv` and
 // `bool blendMode(int mode, float opacity, vec4 source, vec4 frame, out vec4 color)`,

@@ -35,6 +35,10 @@ CompiledShader computeShader() {
 }  // namespace
 
 CompiledShader framePassPixelShader(FramePass pass) {
+  return framePassPixelShader(pass, TexelLayout::Rgba, TexelLayout::Rgba);
+}
+
+CompiledShader framePassPixelShader(FramePass pass, TexelLayout sources, TexelLayout target) {
   const FramePassInfo& info = framePassInfo(pass);
   CompiledShader shader;
   shader.stage = ShaderStage::Pixel;
@@ -43,13 +47,24 @@ CompiledShader framePassPixelShader(FramePass pass) {
   addSources(shader, info);
 
   std::string& glsl = shader.glsl;
-  glsl = kVersion + framePassGlsl(pass);
+  glsl = kVersion + framePassGlsl(pass, sources);
   if (info.textureCoordinates) glsl += "layout(location = 0) in vec2 TEXCOORD;\n";
   glsl += "layout(location = 0, index = 0) out vec4 target0;\n";
   if (info.secondOutput) glsl += "layout(location = 0, index = 1) out vec4 target1;\n";
+  const char* uv = info.textureCoordinates ? "TEXCOORD" : "vec2(0.0)";
+  if (target == TexelLayout::PackedYuy2) {
+    // Each texel is a pair of pixels; the last pair of an odd width repeats its pixel.
+    glsl += "void main() {\n  ivec2 pixel = ivec2(gl_FragCoord.xy) * ivec2(2, 1);\n  vec4 p0, p1, unused;\n";
+    glsl += std::string("  framePass(pixel, ") + uv + ", p0, unused);\n";
+    glsl += "  framePass(ivec2(min(pixel.x + 1, pixelSize(source0).x - 1), pixel.y), ";
+    glsl += std::string(uv) + ", p1, unused);\n";
+    glsl += "  target0 = vec4(p0.x, p0.y, p1.x, p0.z);\n}\n";
+    return shader;
+  }
   glsl += "void main() {\n  vec4 color, color1;\n  if (!framePass(ivec2(gl_FragCoord.xy), ";
-  glsl += info.textureCoordinates ? "TEXCOORD" : "vec2(0.0)";
-  glsl += ", color, color1)) discard;\n  target0 = color;\n";
+  glsl += uv;
+  glsl += ", color, color1)) discard;\n";
+  glsl += target == TexelLayout::Bgra ? "  target0 = color.bgra;\n" : "  target0 = color;\n";
   if (info.secondOutput) glsl += "  target1 = color1;\n";
   glsl += "}\n";
   return shader;

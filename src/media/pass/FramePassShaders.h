@@ -9,6 +9,7 @@
 
 #include "media/CompiledShader.h"
 #include "media/pass/FramePassTable.h"
+#include "media/pass/TexelLayout.h"
 
 namespace Media {
 
@@ -24,6 +25,9 @@ inline constexpr std::uint32_t kMaxFusedLayers = 16;
 // Pass 7 writes its two colours as index 0 and 1 of location 0, for dual-source
 // blending. The blend state is the draw's fixed-function state.
 CompiledShader framePassPixelShader(FramePass pass);
+// The same with the texels of the sources, and of the target, in another layout: a
+// packed YUY2 target takes Y of two pixels, and Cb and Cr of the first, per texel.
+CompiledShader framePassPixelShader(FramePass pass, TexelLayout sources, TexelLayout target);
 
 // Compute path: runs the pass over image unit 0 (`SORVEL_IMAGE_FORMAT_0`, the target,
 // read and written) and applies blend state `blendState` in the shader. States that read

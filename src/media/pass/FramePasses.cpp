@@ -36,6 +36,16 @@ PixelShader& FramePasses::pixelShader(FramePass pass) {
   return *shader;
 }
 
+PixelShader& FramePasses::pixelShader(FramePass pass, TexelLayout sources, TexelLayout target) {
+  if (sources == TexelLayout::Rgba && target == TexelLayout::Rgba) return pixelShader(pass);
+  std::unique_ptr<PixelShader>& shader = layoutShaders_[{pass, sources, target}];
+  if (!shader) {
+    shader = std::make_unique<PixelShader>(*device_);
+    shader->load(framePassPixelShader(pass, sources, target));
+  }
+  return *shader;
+}
+
 ComputeShader& FramePasses::computeShader(FramePass pass, std::size_t blendState) {
   std::unique_ptr<ComputeShader>& shader = computeShaders_[{pass, blendState}];
   if (!shader) {

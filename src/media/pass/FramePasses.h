@@ -15,11 +15,13 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <tuple>
 #include <utility>
 
 #include "media/PassTarget.h"
 #include "media/PixelShader.h"
 #include "media/pass/FramePassTable.h"
+#include "media/pass/TexelLayout.h"
 
 namespace Media {
 
@@ -62,6 +64,9 @@ class FramePasses {
   void composeSourceOver(PassTarget target, std::span<ResourceBuffer* const> layers, FramePassPath path);
 
   PixelShader& pixelShader(FramePass pass);
+  // The draw of `pass` with its sources' and its target's texels in other layouts, for
+  // the conversions of CPU images.
+  PixelShader& pixelShader(FramePass pass, TexelLayout sources, TexelLayout target);
 
  private:
   ComputeShader& computeShader(FramePass pass, std::size_t blendState);
@@ -80,6 +85,7 @@ class FramePasses {
   std::array<std::optional<FramePassPath>, kFramePassCount> paths_;
   std::optional<FramePassPath> compositionPath_;
   std::array<std::unique_ptr<PixelShader>, kFramePassCount> pixelShaders_;
+  std::map<std::tuple<FramePass, TexelLayout, TexelLayout>, std::unique_ptr<PixelShader>> layoutShaders_;
   std::map<std::pair<FramePass, std::size_t>, std::unique_ptr<ComputeShader>> computeShaders_;
   std::array<std::unique_ptr<ComputeShader>, 16> sourceOverShaders_;
   std::unique_ptr<ConstantBufferCommon> blendFactor_;

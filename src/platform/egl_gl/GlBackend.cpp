@@ -111,7 +111,7 @@ bool GlBackend::supportsTexture(Media::Format format) const {
 }
 
 Media::GpuId GlBackend::createTexture(std::uint32_t width, std::uint32_t height, Media::Format format,
-                                      const void* pixels, const char* place) {
+                                      const void* pixels, std::size_t pitch, const char* place) {
   const GlFormat& entry = glFormat(format, place);
   const auto texels = static_cast<GLsizei>(texelWidth(entry, width));
   GLuint texture = 0;
@@ -126,16 +126,22 @@ Media::GpuId GlBackend::createTexture(std::uint32_t width, std::uint32_t height,
   glTextureParameteri(texture, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
   if (entry.opaque) glTextureParameteri(texture, GL_TEXTURE_SWIZZLE_A, GL_ONE);
   if (pixels) {
+    const std::size_t rowPitch = pitch ? pitch : Media::rowBytes(format, width);
     if (entry.alphaOnly) {
       // The mask goes to alpha, with colour 0, as a mask reads when sampled.
       const auto* alpha = static_cast<const std::uint8_t*>(pixels);
       std::vector<std::uint8_t> rgba(static_cast<std::size_t>(width) * height * 4, 0);
-      for (std::size_t i = 0; i < static_cast<std::size_t>(width) * height; ++i) rgba[i * 4 + 3] = alpha[i];
+      for (std::size_t y = 0; y < height; ++y) {
+        for (std::size_t x = 0; x < width; ++x) rgba[(y * width + x) * 4 + 3] = alpha[y * rowPitch + x];
+      }
       glTextureSubImage2D(texture, 0, 0, 0, texels, static_cast<GLsizei>(height), entry.clientFormat, entry.clientType,
                           rgba.data());
     } else {
+      // Rows are read at their pitch where they lie, so a padded image needs no repacking.
+      glPixelStorei(GL_UNPACK_ROW_LENGTH, static_cast<GLint>(rowPitch / Media::findFormat(format)->bytesPerBlock));
       glTextureSubImage2D(texture, 0, 0, 0, texels, static_cast<GLsizei>(height), entry.clientFormat, entry.clientType,
                           pixels);
+      glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     }
   }
   return texture;
@@ -301,7 +307,9 @@ void GlBackend::setRenderTarget(Media::GpuId target, std::uint32_t width, std::u
                                 Media::Format format) {
   glBindFramebuffer(GL_DRAW_FRAMEBUFFER, target);
   if (!target) return;
-  glViewport(0, 0, static_cast<GLsizei>(width), static_cast<GLsizei>(height));
+  // A packed target (YUY2) is drawn one texel, two pixels, at a time.
+  const GlFormat& entry = glFormat(format, "Media::GraphicsDevice::setRenderTarget");
+  glViewport(0, 0, static_cast<GLsizei>(texelWidth(entry, width)), static_cast<GLsizei>(height));
   // A mask is stored as RGBA8: writing alpha alone keeps its colour 0, as a
   // single-channel mask reads.
   const bool masked = Media::isAlphaOnly(format);

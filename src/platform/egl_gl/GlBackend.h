@@ -27,7 +27,7 @@ class GlBackend : public Media::GraphicsBackend {
   bool supportsTexture(Media::Format format) const override;
 
   Media::GpuId createTexture(std::uint32_t width, std::uint32_t height, Media::Format format, const void* pixels,
-                             const char* place) override;
+                             std::size_t pitch, const char* place) override;
   void destroyTexture(Media::GpuId texture) override;
   Media::GpuId createRenderTarget(Media::GpuId texture, const char* place) override;
   void destroyRenderTarget(Media::GpuId target) override;
