@@ -10,6 +10,7 @@
 #include "edit/ProjectOpener.h"
 #include "effect/EffectService.h"
 #include "media/GraphicsService.h"
+#include "media/image/ImageService.h"
 #include "event/EventService.h"
 #include "setting/SettingService.h"
 #include "system/Log.h"
@@ -21,6 +22,7 @@
 #include "system/Text.h"
 #include "system/Version.h"
 #include "platform/egl_gl/GlBackendFactory.h"
+#include "platform/qt/QtImageCodec.h"
 #include "undo/UndoService.h"
 #include "worker/WorkerThread.h"
 
@@ -70,7 +72,11 @@ void Application::start() {
   // 6. The log: from here on lines reach the file and the view.
   Service<System::Logger>::acquire();
   System::Log::info("App::Application::start", "%s %s start", System::kProductName, System::kVersion);
-  // 7. Translation service.  8. Module trust list.  9. Image service.  10. Paint service.
+  // 7. Translation service.  8. Module trust list.
+  // 9. Image files, through Qt's image readers and writers.
+  Media::ImageService::setCodecFactory(::Platform::createQtImageCodec);
+  Service<Media::ImageService>::acquire();
+  // 10. Paint service.
   // 11. The graphics device: OpenGL through EGL, on a GPU where one is present.
   Media::GraphicsService::setBackendFactory(::Platform::createGlBackend);
   Media::GraphicsService* graphics = Service<Media::GraphicsService>::acquire();
@@ -155,6 +161,7 @@ void Application::shutdown() {
   Worker::WorkerThread::setExceptionReporter(nullptr);
   Service<Event::EventService>::release();
   Service<Media::GraphicsService>::release();
+  Service<Media::ImageService>::release();
   System::Log::info("App::Application::shutdown", "%s end", System::kProductName);
   Service<System::Logger>::release();
   Dialog::setPresenter(nullptr);

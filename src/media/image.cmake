@@ -2,6 +2,7 @@
 # colour tables, the GPU conversions to and from the frame's format, and image files.
 target_sources(sorvel_media PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/image/ImageBuffer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/image/ImageService.cpp
   ${CMAKE_CURRENT_LIST_DIR}/image/ResourceConvert.cpp
   ${CMAKE_CURRENT_LIST_DIR}/image/YUVformat.cpp
 )
