@@ -117,7 +117,8 @@ TEST(ImageBuffer, RgbBitmapsAreBottomUpAndPaddedToFourBytes) {
 TEST(ImageBuffer, YuvAndDeepBitmapsAreTopDown) {
   // YUY2 of width 3 ends in a whole block: source rows of 8 bytes.
   ImageBuffer yuy2(Format::Yuy2, 3, 2);
-  yuy2.convertFrom(header(16, Media::kFourccYuy2), bitmap({{1, 2, 3, 4, 5, 6, 7, 8}, {9, 10, 11, 12, 13, 14, 15, 16}}, 8));
+  yuy2.convertFrom(header(16, Media::kFourccYuy2),
+                   bitmap({{1, 2, 3, 4, 5, 6, 7, 8}, {9, 10, 11, 12, 13, 14, 15, 16}}, 8));
   EXPECT_EQ(row(yuy2, 0, 8), (std::vector<std::uint8_t>{1, 2, 3, 4, 5, 6, 7, 8}));
   EXPECT_EQ(row(yuy2, 1, 8), (std::vector<std::uint8_t>{9, 10, 11, 12, 13, 14, 15, 16}));
 

@@ -114,8 +114,8 @@ TEST_F(ImageConvertGpu, RgbImagesBecomePremultipliedWhateverTheirByteOrder) {
   const std::vector<float> pa64 = upload(image<std::uint16_t>(Format::Rgba16Unorm, 3, 2, {65535, 32768, 0, 65535}));
   expectPixels(pa64, 1, 3, {1.0f, 0.500008f, 0.0f, 1.0f});
   // An image in the frame's own format goes up as it stands.
-  const std::vector<float> same =
-      upload(image<_Float16>(Format::Rgba16Float, 3, 2, {_Float16(-0.5f), _Float16(2.0f), _Float16(0.25f), _Float16(1.0f)}));
+  const std::vector<float> same = upload(
+      image<_Float16>(Format::Rgba16Float, 3, 2, {_Float16(-0.5f), _Float16(2.0f), _Float16(0.25f), _Float16(1.0f)}));
   expectPixels(same, 1, 3, {-0.5f, 2.0f, 0.25f, 1.0f});
 }
 

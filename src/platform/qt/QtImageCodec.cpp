@@ -55,15 +55,19 @@ class QtImageCodec : public Media::ImageCodec {
     QImageReader reader(toQString(path));
     reader.setAllocationLimit(kAllocationLimit);
     QImage decoded;
-    if (!reader.read(&decoded)) throw System::NoteException(place, "QImageReader::read", note(reader.errorString(), path));
+    if (!reader.read(&decoded)) {
+      throw System::NoteException(place, "QImageReader::read", note(reader.errorString(), path));
+    }
     const QImage rgba = decoded.convertToFormat(QImage::Format_RGBA8888);
     if (rgba.isNull()) {
       throw System::NoteException(place, "QImage::convertToFormat can not convert.", note(QString(), path));
     }
-    auto image = std::make_shared<Media::ImageBuffer>(Media::Format::Rgba8Unorm, static_cast<std::uint32_t>(rgba.width()),
-                                                      static_cast<std::uint32_t>(rgba.height()));
-    const std::size_t row = static_cast<std::size_t>(rgba.width()) * 4;
-    for (int y = 0; y < rgba.height(); ++y) std::memcpy(image->row(static_cast<std::uint32_t>(y)), rgba.constScanLine(y), row);
+    const auto width = static_cast<std::uint32_t>(rgba.width());
+    const auto height = static_cast<std::uint32_t>(rgba.height());
+    auto image = std::make_shared<Media::ImageBuffer>(Media::Format::Rgba8Unorm, width, height);
+    for (std::uint32_t y = 0; y < height; ++y) {
+      std::memcpy(image->row(y), rgba.constScanLine(static_cast<int>(y)), std::size_t{width} * 4);
+    }
     return image;
   }
 
