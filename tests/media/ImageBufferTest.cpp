@@ -80,21 +80,14 @@ TEST(ImageBuffer, PitchesThatCannotHoldTheirRowsAreRefused) {
   EXPECT_THROW(ImageBuffer(Format::Rgba8Unorm, 65536, 65536), System::NoteException);
 }
 
-TEST(ImageBuffer, BitmapHeadersDescribeEachFormat) {
+TEST(ImageBuffer, BitmapHeadersCountTheirBytesPerPixelNotTheBuffers) {
+  // YC48 has 6 bytes a pixel in a bitmap: 18 rounded to 20, two rows.
   const Media::BitmapInfoHeader yc48 = ImageBuffer::getBitmapInfoHeader(Format::Rgba16Snorm, 3, 2);
-  EXPECT_EQ(yc48.biSize, 40u);
-  EXPECT_EQ(yc48.biPlanes, 1);
   EXPECT_EQ(yc48.biBitCount, 48);
   EXPECT_EQ(yc48.biCompression, Media::fourcc("YC48"));
-  EXPECT_EQ(yc48.biSizeImage, 40u);  // 18 bytes rounded to 20, two rows
-  const Media::BitmapInfoHeader rgb24 = ImageBuffer::getBitmapInfoHeader(Format::Bgrx8Unorm, 3, 2);
-  EXPECT_EQ(rgb24.biBitCount, 24);
-  EXPECT_EQ(rgb24.biCompression, Media::kBiRgb);
-  EXPECT_EQ(rgb24.biSizeImage, 24u);
+  EXPECT_EQ(yc48.biSizeImage, 40u);
+  EXPECT_EQ(ImageBuffer::getBitmapInfoHeader(Format::Bgrx8Unorm, 3, 2).biSizeImage, 24u);
   EXPECT_EQ(ImageBuffer::getBitmapInfoHeader(Format::Yuy2, 3, 1).biSizeImage, 8u);
-  EXPECT_EQ(ImageBuffer::getBitmapInfoHeader(Format::Rgba16Unorm, 1, 1).biCompression, Media::fourcc("PA64"));
-  EXPECT_EQ(ImageBuffer::getBitmapInfoHeader(Format::Rgba16Float, 1, 1).biCompression, Media::fourcc("HF64"));
-  EXPECT_EQ(ImageBuffer::getBitmapInfoHeader(Format::Bgra8Unorm, 1, 1).biBitCount, 32);
   const std::string refused = failureOf([] { ImageBuffer::getBitmapInfoHeader(Format::Yuy2Packed, 2, 2); });
   EXPECT_NE(refused.find("Media::ImageBuffer::getBitmapInfoHeader"), std::string::npos);
 }

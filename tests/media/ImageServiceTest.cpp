@@ -95,23 +95,11 @@ TEST_F(ImageFiles, JpegIsOpaqueAndTakesItsQuality) {
 
 TEST_F(ImageFiles, BitmapsAndGifsMadeByHandLoadTopRowFirst) {
   // A 24-bit bitmap, 2 by 2, bottom-up: its first row in the file is the picture's last.
-  std::string bmp = "BM";
-  const auto put32 = [&](std::uint32_t v) {
-    for (int i = 0; i < 4; ++i) bmp += static_cast<char>(v >> (8 * i));
-  };
-  const auto put16 = [&](std::uint16_t v) {
-    bmp += static_cast<char>(v);
-    bmp += static_cast<char>(v >> 8);
-  };
-  put32(14 + 40 + 16);
-  put32(0);
-  put32(14 + 40);
-  put32(40);
-  put32(2);
-  put32(2);
-  put16(1);
-  put16(24);
-  for (int i = 0; i < 6; ++i) put32(0);
+  // File header (size 70, pixels at 54), then the 40-byte header: 2 by 2, 1 plane, 24 bits.
+  std::string bmp("BM\x46\0\0\0\0\0\0\0\x36\0\0\0"
+                  "\x28\0\0\0\x02\0\0\0\x02\0\0\0\x01\0\x18\0",
+                  30);
+  bmp += std::string(24, '\0');
   bmp += std::string("\x00\x00\xff" "\x00\xff\x00" "\x00\x00", 8);  // bottom: red, green
   bmp += std::string("\xff\x00\x00" "\xff\xff\xff" "\x00\x00", 8);  // top: blue, white
   directory_.writeFile("hand.bmp", bmp);
