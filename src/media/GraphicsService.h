@@ -36,11 +36,6 @@ class GraphicsService {
   GraphicsService& operator=(const GraphicsService&) = delete;
 
   GraphicsDevice& device() noexcept { return *device_; }
-  const YUVformat& colorTables() const noexcept { return *colors_; }
-  // What read-backs in YUV formats write: the colour space OutputYUVColorSpace names in
-  // RGB2YUV (none or an unknown name: chosen by height), full range where
-  // OutputYUVColorRange is not 0.
-  ConvertParameters outputColor() const;
 
   // The shared frame passes, each on whichever path runs a frame of this size faster, and
   // the surface shaders that objects are drawn with.
@@ -51,6 +46,11 @@ class GraphicsService {
   ResourceConvert* resourceConvert() noexcept { return convert_.get(); }
 
  private:
+  // What read-backs in YUV formats write: the colour space OutputYUVColorSpace names in
+  // RGB2YUV (none or an unknown name: chosen by height), full range where
+  // OutputYUVColorRange is not 0.
+  ConvertParameters outputColor() const;
+
   // Kept in the main ini for the user; the device itself always uses one sample and no
   // anisotropy, and the colour keys belong to the colour conversion.
   std::int32_t multiSampleCount_ = 8;
