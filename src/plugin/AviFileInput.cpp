@@ -1,6 +1,7 @@
 #include "plugin/AviFileInput.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "media/audio/AudioBlockBuffer.h"
 #include "media/codec/WaveFormat.h"
@@ -130,8 +131,7 @@ std::shared_ptr<Media::AudioBlockBuffer> AviFileInput::readAudio(std::int32_t bl
   // Zeroed, so that what lies beyond the stream's end is silence.
   const std::span<std::byte> room = audio_.silentBlock();
   if (block >= 0) {
-    const std::uint64_t position =
-        std::uint64_t{streams_.audioRate / streams_.audioScale} * streams_.blockAlign * static_cast<std::uint64_t>(block);
+    const std::uint64_t position = bytesPerSecond() * static_cast<std::uint64_t>(block);
     if (audio_.usesCodec()) {
       fillFromCodec(block, position, room);
     } else {
@@ -139,6 +139,12 @@ std::shared_ptr<Media::AudioBlockBuffer> AviFileInput::readAudio(std::int32_t bl
     }
   }
   return std::make_shared<Media::AudioBlockBuffer>(audio_.sampleData(room));
+}
+
+std::uint64_t AviFileInput::bytesPerSecond() const {
+  // Multiplied before it is divided: rate / scale alone loses the fraction of blocks a
+  // second that ADPCM streams have.
+  return std::uint64_t{streams_.audioRate} * streams_.blockAlign / streams_.audioScale;
 }
 
 std::size_t AviFileInput::fillUncompressed(std::uint64_t position, std::span<std::byte> room) {
@@ -158,19 +164,28 @@ std::size_t AviFileInput::fillUncompressed(std::uint64_t position, std::span<std
 std::size_t AviFileInput::fillFromCodec(std::int32_t block, std::uint64_t position, std::span<std::byte> room) {
   const std::vector<AviStreams::AudioEntry>& chunks = streams_.audioChunks;
   std::size_t filled = 0;
-  std::uint64_t skip = 0;
   if (block == lastBlock_ + 1) {
     // In order: what the decoder made past the last block comes first.
     filled = audio_.takeOutput(room);
   } else {
     if (chunks.empty()) return 0;
-    std::tie(audioChunk_, skip) = locate(chunks, position);
+    // Decoding starts at the whole chunk a quarter of a second early, so that the
+    // decoder has found its feet by the second asked for; what it makes before that
+    // second is dropped.
+    const std::uint64_t second = bytesPerSecond();
+    audioChunk_ = locate(chunks, position - std::min(position, second / 4)).first;
     audio_.clear();
+    if (second != 0) {
+      const Media::WaveFormat& target = audio_.target();
+      const double early = static_cast<double>(position - std::min(position, chunks[audioChunk_].offset)) *
+                           target.sampleRate / static_cast<double>(second);
+      audio_.skipOutput(static_cast<std::size_t>(std::llround(early)) * target.blockAlign);
+    }
   }
   lastBlock_ = block;
-  for (; filled < room.size() && audioChunk_ < chunks.size(); skip = 0) {
+  while (filled < room.size() && audioChunk_ < chunks.size()) {
     const AviStreams::AudioEntry& entry = chunks[audioChunk_++];
-    audio_.insertSourceData(*audioFile_, entry.position + skip, entry.size > skip ? entry.size - skip : 0);
+    audio_.insertSourceData(*audioFile_, entry.position, entry.size);
     audio_.decode();
     filled += audio_.takeOutput(room.subspan(filled));
   }

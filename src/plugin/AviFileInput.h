@@ -41,6 +41,8 @@ class AviFileInput : public InputFile {
   // it. False when no picture has been decoded at all.
   bool decodePicture(std::size_t entry);
   void feed(std::size_t entry);
+  // Bytes of the stream in a second, by its header.
+  std::uint64_t bytesPerSecond() const;
   std::size_t fillFromCodec(std::int32_t block, std::uint64_t position, std::span<std::byte> room);
   std::size_t fillUncompressed(std::uint64_t position, std::span<std::byte> room);
 

@@ -73,6 +73,12 @@ std::shared_ptr<Media::AudioBlockBuffer> WaveFileInput::readAudio(std::int32_t b
   return std::make_shared<Media::AudioBlockBuffer>(audio_.sampleData(room));
 }
 
+std::size_t WaveFileInput::outputBytesOf(std::uint64_t sourceBytes) const {
+  const Media::WaveFormat& target = audio_.target();
+  const double samples = static_cast<double>(sourceBytes) * target.sampleRate / avgBytes_;
+  return static_cast<std::size_t>(std::llround(samples)) * target.blockAlign;
+}
+
 std::size_t WaveFileInput::fillFromCodec(std::int32_t block, std::uint64_t position, std::span<std::byte> room) {
   std::size_t filled = 0;
   if (block == lastBlock_ + 1) {
@@ -81,12 +87,13 @@ std::size_t WaveFileInput::fillFromCodec(std::int32_t block, std::uint64_t posit
     position = nextPosition_;
   } else {
     audio_.clear();
-    // Decoding starts at a whole block of the format; what it makes before the second
-    // asked for is dropped.
-    const std::uint64_t early = position % blockAlign_;
-    const double earlySamples = static_cast<double>(early) * audio_.target().sampleRate / avgBytes_;
-    audio_.skipOutput(static_cast<std::size_t>(std::llround(earlySamples)) * audio_.target().blockAlign);
-    position -= early;
+    // Decoding starts a quarter of a second early, on a whole block of the format, so
+    // that the decoder has found its feet (an ADPCM block's start, an MP3 frame and its
+    // reservoir) by the second asked for; what it makes before that second is dropped.
+    std::uint64_t start = position - std::min<std::uint64_t>(position, avgBytes_ / 4);
+    start -= start % blockAlign_;
+    audio_.skipOutput(outputBytesOf(position - start));
+    position = start;
   }
   lastBlock_ = block;
   while (filled < room.size()) {

@@ -30,6 +30,8 @@ class WaveFileInput : public InputFile {
 
  private:
   bool parse(Media::WaveFormat& format);
+  // Bytes of decoded output that `sourceBytes` of the file make, by its bytes a second.
+  std::size_t outputBytesOf(std::uint64_t sourceBytes) const;
   std::size_t fillFromCodec(std::int32_t block, std::uint64_t position, std::span<std::byte> room);
 
   Media::RiffFile file_;
