@@ -9,18 +9,29 @@
 
 namespace PluginTest {
 
-// JPEG pictures of full-range YUV 4:2:2 whose luma is `luma(frame, x, y)` and chroma
-// grey, one string a frame; quantiser 1 is the finest.
-std::vector<std::string> encodeMjpeg(int width, int height, int frames,
-                                     const std::function<std::uint8_t(int, int, int)>& luma, int quantiser = 1);
-
-struct AdpcmStream {
-  std::string data;  // whole blocks
-  int blockAlign = 0;
-  int samplesPerBlock = 0;
+struct EncodedChunk {
+  std::string data;
+  bool key = false;
 };
 
-// Mono 16-bit `samples` as IMA ADPCM in the blocks a WAV file holds.
-AdpcmStream encodeImaAdpcm(const std::vector<std::int16_t>& samples, int sampleRate);
+// Whether this build of libavcodec has the encoder `name`.
+bool hasEncoder(const char* name);
+
+// Pictures of `encoder` (libavcodec's name) whose luma is `luma(frame, x, y)` and chroma
+// grey, in the order the encoder hands them out; "mjpeg" takes full-range YUV 4:2:2,
+// the others YUV 4:2:0. `quantiser` 1 is the finest; `bFrames` allows reordering.
+std::vector<EncodedChunk> encodeVideo(const char* encoder, int width, int height, int frames,
+                                      const std::function<std::uint8_t(int, int, int)>& luma, int quantiser = 1,
+                                      int bFrames = 0);
+
+struct EncodedSound {
+  std::string data;
+  int blockAlign = 0;
+  int samplesPerBlock = 0;
+  int bitRate = 0;
+};
+
+// Mono `samples` (1.0 full scale) as `encoder` writes them, packets joined.
+EncodedSound encodeSound(const char* encoder, const std::vector<double>& samples, int sampleRate);
 
 }  // namespace PluginTest
