@@ -23,6 +23,7 @@
 #include "system/Version.h"
 #include "platform/egl_gl/GlBackendFactory.h"
 #include "platform/qt/QtImageCodec.h"
+#include "plugin/InputService.h"
 #include "undo/UndoService.h"
 #include "worker/WorkerThread.h"
 
@@ -95,7 +96,9 @@ void Application::start() {
   // 17. Window service: for now a plain main window stands in for it.
   platform_.createMainWindow(System::Text::fromUtf8(System::kProductName), [this] { requestClose(); });
   // 18. Status line "Initializing...".
-  // 19. Input, output, script, filter plug-in, script module and common plug-in services.
+  // 19. Input, output, script, filter plug-in, script module and common plug-in services:
+  //     for now the input service with the built-in readers.
+  Service<Plugin::InputService>::acquire();
   // 20. Cache.
   // 21. The effect registry: movements, built-in effects, aliases, time-control presets.
   Effect::EffectService* effects = Service<Effect::EffectService>::acquire();
@@ -157,6 +160,7 @@ void Application::shutdown() {
   Service<Edit::EditService>::release();
   Service<Undo::UndoService>::release();
   Service<Effect::EffectService>::release();
+  Service<Plugin::InputService>::release();
   platform_.destroyMainWindow();
   Worker::WorkerThread::setExceptionReporter(nullptr);
   Service<Event::EventService>::release();

@@ -29,5 +29,6 @@ std::wstring absolutePath(const std::string& path);
 
 extern const Command kInfoCommand;
 extern const Command kConvertCommand;
+extern const Command kProbeCommand;
 
 }  // namespace Cli

@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <atomic>
 
+#include "media/image/ImageService.h"
+#include "plugin/BuiltinReaders.h"
 #include "plugin/InputFile.h"
 #include "plugin/InputPlugin.h"
 #include "system/ConfigParameter.h"
 #include "system/Exception.h"
 #include "system/Log.h"
+#include "system/MainIniFile.h"
+#include "system/Singleton.h"
 #include "system/Text.h"
 
 namespace Plugin {
@@ -38,6 +42,13 @@ std::wstring dialogFilter(const wchar_t* label, const std::vector<std::wstring>&
 }
 
 }  // namespace
+
+InputService::InputService() : InputService(System::MainIniFile::get()) {
+  Media::ImageService* images = System::Singleton<Media::ImageService>::get();
+  if (!images) throw System::NoteException("Plugin::InputService::InputService", "image service not started.");
+  registerBuiltinReaders(*this, *images);
+  updateExtTypeList();
+}
 
 InputService::InputService(System::IniFile* ini) : ini_(ini) {
   config_.setSection("Input");

@@ -33,6 +33,10 @@ class InputService {
   // The highest track index a name may carry: ":b" is track 50.
   static constexpr std::uint32_t kMaxTrackIndex = 50;
 
+  // The service of the start: the section "Input" of the main ini and the built-in
+  // readers, which thereby get the default priorities 0 to 3, the still pictures going
+  // through the image service that stands by then.
+  InputService();
   // Loads the section "Input" of `ini`; readers are registered after.
   explicit InputService(System::IniFile* ini);
   ~InputService();
