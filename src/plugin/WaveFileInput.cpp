@@ -47,10 +47,16 @@ bool WaveFileInput::parse(Media::WaveFormat& format) {
   dataSize_ = std::min(chunk.size, file_.fileSize() > chunk.start ? file_.fileSize() - chunk.start : 0);
   const std::uint32_t frameBytes = format.channels * (format.bitsPerSample / 8u);
   blockAlign_ = format.blockAlign != 0 ? format.blockAlign : frameBytes;
-  avgBytes_ = format.avgBytesPerSec != 0 ? format.avgBytesPerSec : frameBytes * format.sampleRate;
+  avgBytes_ = format.avgBytesPerSec != 0 ? format.avgBytesPerSec : std::uint64_t{frameBytes} * format.sampleRate;
+  // PCM and float count their samples in whole frames, whatever a damaged header says
+  // of their block size or bytes a second.
+  if (format.isPcmOrFloat()) {
+    blockAlign_ = frameBytes;
+    avgBytes_ = std::uint64_t{frameBytes} * format.sampleRate;
+  }
   if (blockAlign_ == 0 || avgBytes_ == 0) return false;
   // Where the bytes do not count samples one block each, the length in time decides.
-  sampleCount = std::uint64_t{avgBytes_} == std::uint64_t{blockAlign_} * format.sampleRate
+  sampleCount = avgBytes_ == std::uint64_t{blockAlign_} * format.sampleRate
                     ? static_cast<std::int64_t>(dataSize_ / blockAlign_)
                     : static_cast<std::int64_t>(std::trunc(static_cast<double>(dataSize_) / avgBytes_ * format.sampleRate));
   return true;
@@ -62,7 +68,7 @@ std::shared_ptr<Media::AudioBlockBuffer> WaveFileInput::readAudio(std::int32_t b
   // Zeroed, so that what lies beyond the data is silence.
   const std::span<std::byte> room = audio_.silentBlock();
   if (block >= 0) {
-    const std::uint64_t position = std::uint64_t{avgBytes_} * static_cast<std::uint64_t>(block);
+    const std::uint64_t position = avgBytes_ * static_cast<std::uint64_t>(block);
     if (audio_.usesCodec()) {
       fillFromCodec(block, position, room);
     } else if (position < dataSize_) {

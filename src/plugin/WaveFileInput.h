@@ -38,7 +38,7 @@ class WaveFileInput : public InputFile {
   Media::AudioDecompressor audio_;
   std::uint64_t dataPosition_ = 0;
   std::uint64_t dataSize_ = 0;  // what the file holds of the data chunk
-  std::uint32_t avgBytes_ = 0;  // of the file's format
+  std::uint64_t avgBytes_ = 0;  // of the file's format
   std::uint32_t blockAlign_ = 0;
 
   std::mutex audioMutex_;

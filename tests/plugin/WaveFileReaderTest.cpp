@@ -102,6 +102,13 @@ TEST_F(WaveFileReaderTest, BlocksPastTheDataAreSilentAndACutRecordingReadsWhatIt
     ASSERT_EQ(silent->sampleCount(), 10u);
     EXPECT_EQ(silent->channelData(1)[9], 0.0f);
   }
+
+  // PCM counts in whole frames, whatever the header says of its block size and bytes a
+  // second.
+  const auto damaged = open(PluginTest::makeWav(PluginTest::waveFormat(1, 1, 10, 16, 3, 80, std::nullopt), data));
+  ASSERT_TRUE(damaged);
+  EXPECT_EQ(damaged->sampleCount, 15);
+  EXPECT_EQ(damaged->readAudio(1)->channelData(0)[4], 15 / 32768.0f);
 }
 
 TEST_F(WaveFileReaderTest, ImaAdpcmDecodesThroughLibavcodecWithinAFewPercent) {
