@@ -83,7 +83,13 @@ TEST(CliProbe, DescribesEachFileAndSaysWhyOthersFail) {
   const std::string sound = folder.writeFile("sound.wav", wave()).string();
   const std::string broken = folder.writeFile("broken.avi", std::string("RIFF\x04\0\0\0AVI ", 12)).string();
   const std::string unknown = folder.writeFile("notes.xyz", "text").string();
-  const Outcome result = run({"probe", picture, sound, broken, unknown});
+  // A PNG goes past the uncompressed reader to the image library.
+  const std::string photo = folder.path().string() + "/photo.png";
+  Media::ImageBuffer pixels(Media::Format::Rgba8Unorm, 5, 4);
+  pixels.clear();
+  Platform::createQtImageCodec()->write(System::Text::fromUtf8(photo), Media::ImageContainer::Png, pixels, {},
+                                        "CliProbe");
+  const Outcome result = run({"probe", picture, sound, broken, unknown, photo});
   EXPECT_EQ(result.status, Cli::kPartlyFailed);
   EXPECT_EQ(result.out, picture +
                             "\n"
@@ -101,7 +107,15 @@ TEST(CliProbe, DescribesEachFileAndSaysWhyOthersFail) {
                             "  sample format: PCM (1)\n"
                             "  bits: 16\n"
                             "  channels: 2\n"
-                            "  sample rate: 8000 Hz\n");
+                            "  sample rate: 8000 Hz\n" +
+                            photo +
+                            "\n"
+                            "  reader: Image Library File Reader\n"
+                            "  flags: video (1)\n"
+                            "  frames: 1\n"
+                            "  size: 5x4\n"
+                            "  rate: 1/1 (1.000 fps)\n"
+                            "  pixel format: RGBA32bit (28)\n");
   EXPECT_EQ(result.err, "sorvel2-cli: " + broken + ": can not open file. (hdrl chunk not found.)\n" +
                             "sorvel2-cli: " + unknown + ": not supported file.\n");
 }
