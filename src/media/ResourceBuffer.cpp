@@ -57,11 +57,7 @@ ResourceBuffer::ResourceBuffer(GraphicsDevice& device, std::uint32_t width, std:
       width_(clampBufferSide(width)),
       height_(clampBufferSide(height)),
       format_(format == Format::Yuy2 ? Format::Yuy2Packed : format) {
-  const FormatInfo* info = findFormat(format_);
-  if (!info || pitch < rowBytes(format_, width) || pitch % info->bytesPerBlock != 0) {
-    throw System::NoteException(kPlace, "image pitch invalid.", "pitch " + std::to_string(pitch));
-  }
-  setPixels(rows, pitch);
+  setPixels(rows, width, pitch);
 }
 
 ResourceBuffer::ResourceBuffer(ResourceConvert& convert, const ImageBuffer& image,
@@ -71,13 +67,18 @@ ResourceBuffer::ResourceBuffer(ResourceConvert& convert, const ImageBuffer& imag
       height_(clampBufferSide(image.height())),
       format_(convert.device().pixelFormat()) {
   if (image.format() == format_) {
-    setPixels(image.data(), image.pitch());
+    setPixels(image.data(), image.width(), image.pitch());
   } else {
     convert.convert(image, *this, parameters);
   }
 }
 
-void ResourceBuffer::setPixels(const std::byte* rows, std::size_t pitch) {
+void ResourceBuffer::setPixels(const std::byte* rows, std::uint32_t width, std::size_t pitch) {
+  // The back end steps from row to row in whole texels.
+  const FormatInfo* info = findFormat(format_);
+  if (!info || pitch < rowBytes(format_, width) || pitch % info->bytesPerBlock != 0) {
+    throw System::NoteException(kPlace, "image pitch invalid.", "pitch " + std::to_string(pitch));
+  }
   if (empty()) return;
   if (device_->isGpuThread()) {
     texture_ = device_->backend().createTexture(width_, height_, format_, rows, pitch, kCreatePlace);

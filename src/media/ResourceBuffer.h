@@ -69,9 +69,10 @@ class ResourceBuffer {
   std::unique_ptr<ResourceBuffer> crop(std::uint32_t width, std::uint32_t height, std::int32_t x, std::int32_t y);
 
  private:
-  // Takes rows `pitch` bytes apart as the content: into the texture at once on the GPU
-  // thread, else into a tight copy kept until the first use there.
-  void setPixels(const std::byte* rows, std::size_t pitch);
+  // Takes rows of `width` pixels (before clamping), `pitch` bytes apart, as the content:
+  // into the texture at once on the GPU thread, else into a tight copy kept until the
+  // first use there. A pitch shorter than a row or not in whole blocks throws.
+  void setPixels(const std::byte* rows, std::uint32_t width, std::size_t pitch);
   void requireDrawable(const char* place) const;
   void release() noexcept;
 

@@ -377,6 +377,12 @@ TEST_F(DeviceLogic, OddWidthYuy2RowsEndInAWholeBlock) {
   Media::ResourceBuffer padded(device_, 3, 2, Format::Yuy2, std::vector<std::byte>(16));
   EXPECT_EQ(padded.format(), Format::Yuy2Packed);
   EXPECT_EQ(padded.width(), 3u);
+  // Rows at a pitch: at least a row long, and in whole blocks, since the back end steps
+  // from row to row in texels.
+  const std::vector<std::byte> rows(64);
+  EXPECT_NO_THROW(Media::ResourceBuffer(device_, 3, 2, Format::Yuy2, rows.data(), 32));
+  EXPECT_THROW(Media::ResourceBuffer(device_, 3, 2, Format::Yuy2, rows.data(), 6), System::NoteException);
+  EXPECT_THROW(Media::ResourceBuffer(device_, 3, 2, Format::Bgra8Unorm, rows.data(), 14), System::NoteException);
 }
 
 // Auxiliary buffers follow the frame's size; lights and their shadow map slots go
