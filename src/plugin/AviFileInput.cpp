@@ -75,13 +75,16 @@ std::shared_ptr<Media::ImageBuffer> AviFileInput::readVideo(std::int32_t frame) 
   auto entry = static_cast<std::size_t>(std::clamp(frame, 0, frameCount - 1));
   // A dropped frame (an empty chunk) shows the frame before it.
   while (entry > 0 && streams_.frames[entry].size == 0) --entry;
-  auto image = std::make_shared<Media::ImageBuffer>(pixelFormat, width, height);
+  std::span<const std::byte> bitmap;
   if (!video_.codec()) {
-    image->convertFrom(video_.outputHeader(), readFrameChunk(entry));
+    bitmap = readFrameChunk(entry);
+  } else if (decodePicture(entry)) {
+    bitmap = video_.output();
   } else {
-    if (!decodePicture(entry)) return nullptr;
-    image->convertFrom(video_.outputHeader(), video_.output());
+    return nullptr;
   }
+  auto image = std::make_shared<Media::ImageBuffer>(pixelFormat, width, height);
+  image->convertFrom(video_.outputHeader(), bitmap);
   return image;
 }
 

@@ -1,7 +1,6 @@
 #include "plugin/AviFileParse.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 #include "media/codec/WaveFormat.h"
@@ -9,6 +8,7 @@
 #include "media/riff/FourccEqual.h"
 #include "media/riff/LittleEndian.h"
 #include "plugin/InputFile.h"
+#include "plugin/SampleCount.h"
 #include "system/Exception.h"
 #include "system/Log.h"
 
@@ -34,7 +34,7 @@ std::uint16_t streamIdOf(std::uint32_t chunkId) { return static_cast<std::uint16
 // when they do not count samples themselves.
 std::int64_t samplesOf(std::uint32_t length, std::uint32_t rate, std::uint32_t scale, std::uint32_t sampleRate) {
   if (std::uint64_t{rate} == std::uint64_t{scale} * sampleRate) return length;
-  return static_cast<std::int64_t>(std::trunc(static_cast<double>(length) / rate * scale * sampleRate));
+  return sampleCountOf(static_cast<double>(length) / rate * scale * sampleRate);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "media/audio/AudioBlockBuffer.h"
 #include "media/image/BitmapInfoHeader.h"
+#include "plugin/SampleCount.h"
 #include "system/Exception.h"
 #include "system/Log.h"
 
@@ -58,7 +59,7 @@ bool WaveFileInput::parse(Media::WaveFormat& format) {
   // Where the bytes do not count samples one block each, the length in time decides.
   sampleCount = avgBytes_ == std::uint64_t{blockAlign_} * format.sampleRate
                     ? static_cast<std::int64_t>(dataSize_ / blockAlign_)
-                    : static_cast<std::int64_t>(std::trunc(static_cast<double>(dataSize_) / avgBytes_ * format.sampleRate));
+                    : sampleCountOf(static_cast<double>(dataSize_) / static_cast<double>(avgBytes_) * format.sampleRate);
   return true;
 }
 
