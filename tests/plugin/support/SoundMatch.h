@@ -1,20 +1,23 @@
-// How closely decoded sound follows the sound it was made from, allowing the few
-// samples of drift that a jump counted in bytes may bring.
+// Decoded sound held against the sound it was made from, allowing the few samples of
+// drift that a jump counted in bytes may bring.
 #pragma once
 
-#include <cstddef>
+#include <utility>
 #include <vector>
+
+namespace Plugin {
+class InputFile;
+}
 
 namespace PluginTest {
 
-struct SoundMatch {
-  int shift = 0;       // samples the decoded sound lies late (negative: early)
-  double worst = 0.0;  // largest difference at that shift
-};
+// A half-scale sine of `frequency` Hz, `seconds` long at `rate`.
+std::vector<double> sine(double frequency, int rate, int seconds);
 
-// Compares decoded[from .. count - 1] with source[start + from + shift ...] for every
-// shift within maxShift and gives the closest.
-SoundMatch matchSound(const float* decoded, std::size_t count, std::size_t from, const std::vector<double>& source,
-                      std::size_t start, int maxShift);
+// Reads `file`'s blocks in the order given (block, samples of drift allowed) and expects
+// each to lie on `source` within 4 % of full scale at some drift within the one allowed.
+// ADPCM starts at its smallest step, so the first 64 samples of the stream are left out.
+void expectBlocksFollow(Plugin::InputFile& file, const std::vector<double>& source,
+                        std::initializer_list<std::pair<int, int>> reads);
 
 }  // namespace PluginTest
