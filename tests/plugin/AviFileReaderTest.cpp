@@ -83,10 +83,12 @@ AviSpec withSound(AviSpec spec, int samples) {
 }
 
 class AviFileReaderTest : public ::testing::Test {
- protected:
+ public:
   std::shared_ptr<Plugin::InputFile> open(const std::string& bytes, const std::string& name = "movie.avi") {
     return reader_.open(directory_.writeFile(name, bytes).wstring(), 0);
   }
+
+ protected:
   std::shared_ptr<Plugin::InputFile> openFake(const std::string& bytes) {
     Plugin::AviFileReader reader(codecs_);
     return reader.open(directory_.writeFile("fake.avi", bytes).wstring(), 0);
@@ -359,38 +361,49 @@ TEST_F(AviFileReaderTest, ImaAdpcmSoundDecodesInOrderAndAfterAJump) {
   PluginTest::expectBlocksFollow(*file, source, {{0, 0}, {1, 0}, {2, 0}, {1, 6}, {3, 6}});
 }
 
+// Frames of `encoder` at `width` x `height` whose luma is 30 + 9 per frame (with a
+// fine pattern), read in the order given: each frame's mean luma must be its own.
+void expectFramesInOrder(AviFileReaderTest& test, const char* encoder, const char* fourcc, int width, int height,
+                         int bFrames, const std::vector<int>& order);
+
 TEST_F(AviFileReaderTest, H264WithBFramesComesOutInDisplayOrder) {
   if (!PluginTest::hasEncoder("libx264")) GTEST_SKIP() << "this libavcodec has no H.264 encoder";
-  constexpr int kFrameWidth = 64;
-  constexpr int kFrameHeight = 32;
-  constexpr int kFrames = 20;
+  // In order, backwards, then jumps.
+  std::vector<int> order;
+  for (int frame = 0; frame < 20; ++frame) order.push_back(frame);
+  for (int frame = 19; frame >= 0; frame -= 3) order.push_back(frame);
+  for (const int frame : {5, 17, 9, 10, 11, 3}) order.push_back(frame);
+  expectFramesInOrder(*this, "libx264", "H264", 64, 32, 2, order);
+}
+
+TEST_F(AviFileReaderTest, DvFramesDecodeThroughLibavcodec) {
+  expectFramesInOrder(*this, "dvvideo", "dvsd", 720, 576, 0, {0, 1, 2, 0});
+}
+
+void expectFramesInOrder(AviFileReaderTest& test, const char* encoder, const char* fourcc, int width, int height,
+                         int bFrames, const std::vector<int>& order) {
   const auto luma = [](int frame, int x, int y) { return static_cast<std::uint8_t>(30 + frame * 9 + (x + y) % 4); };
+  const int frames = *std::max_element(order.begin(), order.end()) + 1;
   AviSpec spec;
-  spec.width = kFrameWidth;
-  spec.height = kFrameHeight;
+  spec.width = static_cast<std::uint32_t>(width);
+  spec.height = static_cast<std::uint32_t>(height);
   spec.bits = 24;
-  spec.handler = spec.compression = "H264";
-  for (const PluginTest::EncodedChunk& chunk :
-       PluginTest::encodeVideo("libx264", kFrameWidth, kFrameHeight, kFrames, luma, 1, 2)) {
+  spec.handler = spec.compression = fourcc;
+  for (const PluginTest::EncodedChunk& chunk : PluginTest::encodeVideo(encoder, width, height, frames, luma, 1, bFrames)) {
     spec.frames.push_back({chunk.data, chunk.key});
   }
-  const auto file = open(PluginTest::makeAvi(spec));
+  const auto file = test.open(PluginTest::makeAvi(spec));
   ASSERT_TRUE(file);
   EXPECT_EQ(file->pixelFormat, Format::Yuy2);
-  // In order, backwards, then jumps: the mean luma of each frame is its own.
-  std::vector<int> order;
-  for (int frame = 0; frame < kFrames; ++frame) order.push_back(frame);
-  for (int frame = kFrames - 1; frame >= 0; frame -= 3) order.push_back(frame);
-  for (const int frame : {5, 17, 9, 10, 11, 3}) order.push_back(frame);
   for (const int frame : order) {
     const auto image = file->readVideo(frame);
     ASSERT_TRUE(image) << frame;
     double sum = 0;
     for (std::uint32_t y = 0; y < image->height(); ++y) {
       const auto* row = reinterpret_cast<const std::uint8_t*>(image->row(y));
-      for (int x = 0; x < kFrameWidth; ++x) sum += row[x * 2];
+      for (int x = 0; x < width; ++x) sum += row[x * 2];
     }
-    EXPECT_NEAR(sum / (kFrameWidth * kFrameHeight), 30 + frame * 9 + 1.5, 2.0) << "frame " << frame;
+    EXPECT_NEAR(sum / (width * height), 30 + frame * 9 + 1.5, 2.0) << encoder << " frame " << frame;
   }
 }
 
