@@ -10,6 +10,7 @@ extern "C" {
 
 #include "media/BufferGeometry.h"
 #include "media/riff/LittleEndian.h"
+#include "platform/ffmpeg/Yuy2Packing.h"
 
 namespace Platform {
 
@@ -161,6 +162,9 @@ bool FfmpegVideoCodec::convert(const AVFrame& frame, std::span<std::byte> output
   const int height = output_.biHeight;
   const int stride = static_cast<int>((output_.biBitCount / 8 * static_cast<std::uint32_t>(width) + 3) / 4 * 4);
   if (output.size() < static_cast<std::size_t>(stride) * static_cast<std::size_t>(height)) return false;
+  auto* base = reinterpret_cast<std::uint8_t*>(output.data());
+  const bool toYuv = outputFormat_ == AV_PIX_FMT_YUYV422;
+  if (toYuv && Ffmpeg::packYuv422(frame, base, static_cast<std::size_t>(stride), width, height)) return true;
   const auto source = static_cast<AVPixelFormat>(frame.format);
   scale_.reset(sws_getCachedContext(scale_.release(), frame.width, frame.height, source, width, height, outputFormat_,
                                     SWS_BILINEAR, nullptr, nullptr, nullptr));
@@ -168,11 +172,9 @@ bool FfmpegVideoCodec::convert(const AVFrame& frame, std::span<std::byte> output
   // The matrix and range of the picture; YUY2 keeps its matrix in limited range, RGB
   // takes full range.
   const int space = frame.colorspace == AVCOL_SPC_BT709 ? SWS_CS_ITU709 : SWS_CS_DEFAULT;
-  const bool toYuv = outputFormat_ == AV_PIX_FMT_YUYV422;
   sws_setColorspaceDetails(scale_.get(), sws_getCoefficients(space), isFullRange(frame) ? 1 : 0,
                            sws_getCoefficients(space), toYuv ? 0 : 1, 0, 1 << 16, 1 << 16);
   // RGB bitmaps keep their bottom row first.
-  auto* base = reinterpret_cast<std::uint8_t*>(output.data());
   std::uint8_t* planes[4] = {toYuv ? base : base + std::size_t(stride) * std::size_t(height - 1), nullptr, nullptr,
                              nullptr};
   int strides[4] = {toYuv ? stride : -stride, 0, 0, 0};
