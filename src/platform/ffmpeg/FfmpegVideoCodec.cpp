@@ -17,8 +17,11 @@ namespace Platform {
 namespace {
 
 constexpr std::size_t kBitmapHeaderBytes = 40;
-// Pictures kept for later reads; a stream reorders over far fewer.
-constexpr std::size_t kMaxHeld = 32;
+// Pictures kept for later reads. The one asked for is always the newest or within the
+// decoder's delay of it; the rest serve reads in order after the last chunk, where the
+// held-back pictures all come out at once. A walk from a key frame would otherwise hold
+// every picture on the way.
+constexpr std::size_t kMaxHeld = 8;
 
 bool isYuvWithoutAlpha(AVPixelFormat format) {
   const AVPixFmtDescriptor* descriptor = av_pix_fmt_desc_get(format);
