@@ -35,34 +35,34 @@ std::filesystem::path& folder() {
 std::uint8_t luma(int frame, int x, int y) { return static_cast<std::uint8_t>((x + y + frame * 8) / 12); }
 
 std::filesystem::path uncompressedAvi() {
-  PluginTest::AviSpec spec;
-  spec.width = kWidth;
-  spec.height = kHeight;
-  spec.bits = 24;
+  PluginTest::AviContent content;
+  content.width = kWidth;
+  content.height = kHeight;
+  content.bits = 24;
   for (int frame = 0; frame < kFrames; ++frame) {
     std::string pixels(std::size_t{kWidth} * 3 * kHeight, '\0');
     for (std::size_t i = 0; i < pixels.size(); ++i) {
       pixels[i] = static_cast<char>(luma(frame, static_cast<int>(i / 3 % kWidth), static_cast<int>(i / 3 / kWidth)));
     }
-    spec.frames.emplace_back(std::move(pixels));
+    content.frames.emplace_back(std::move(pixels));
   }
   const std::filesystem::path path = folder() / "uncompressed.avi";
-  std::ofstream(path, std::ios::binary) << PluginTest::makeAvi(spec);
+  std::ofstream(path, std::ios::binary) << PluginTest::makeAvi(content);
   return path;
 }
 
 std::filesystem::path mjpegAvi() {
-  PluginTest::AviSpec spec;
-  spec.width = kWidth;
-  spec.height = kHeight;
-  spec.bits = 24;
-  spec.handler = spec.compression = "MJPG";
+  PluginTest::AviContent content;
+  content.width = kWidth;
+  content.height = kHeight;
+  content.bits = 24;
+  content.handler = content.compression = "MJPG";
   // Quantiser 4: about the quality of a camera's MJPEG.
   for (PluginTest::EncodedChunk& picture : PluginTest::encodeVideo("mjpeg", kWidth, kHeight, kFrames, luma, 4)) {
-    spec.frames.emplace_back(std::move(picture.data));
+    content.frames.emplace_back(std::move(picture.data));
   }
   const std::filesystem::path path = folder() / "mjpeg.avi";
-  std::ofstream(path, std::ios::binary) << PluginTest::makeAvi(spec);
+  std::ofstream(path, std::ios::binary) << PluginTest::makeAvi(content);
   return path;
 }
 

@@ -25,7 +25,7 @@ namespace {
 using Media::Format;
 using PluginTest::AviChunk;
 using PluginTest::AviIndex;
-using PluginTest::AviSpec;
+using PluginTest::AviContent;
 
 constexpr std::uint32_t kWidth = 3;
 constexpr std::uint32_t kHeight = 2;
@@ -49,24 +49,24 @@ std::vector<std::uint8_t> rowOf(const Media::ImageBuffer& image, std::uint32_t y
   return std::vector<std::uint8_t>(row, row + bytes);
 }
 
-AviSpec bitmapAvi(int frames, AviIndex index) {
-  AviSpec spec;
-  spec.index = index;
-  for (int i = 0; i < frames; ++i) spec.frames.push_back({bitmapFrame(i)});
-  return spec;
+AviContent bitmapAvi(int frames, AviIndex index) {
+  AviContent content;
+  content.index = index;
+  for (int i = 0; i < frames; ++i) content.frames.push_back({bitmapFrame(i)});
+  return content;
 }
 
 // Frames of the fake decoder: a key frame where `keys` says, its first byte the frame.
-AviSpec fakeAvi(int frames, const std::vector<int>& keys, AviIndex index = AviIndex::Absolute) {
-  AviSpec spec;
-  spec.handler = "FAKE";
-  spec.compression = "FAKE";
-  spec.index = index;
+AviContent fakeAvi(int frames, const std::vector<int>& keys, AviIndex index = AviIndex::Absolute) {
+  AviContent content;
+  content.handler = "FAKE";
+  content.compression = "FAKE";
+  content.index = index;
   for (int i = 0; i < frames; ++i) {
     const bool key = std::find(keys.begin(), keys.end(), i) != keys.end();
-    spec.frames.push_back({std::string(1, static_cast<char>(i)) + "data", key});
+    content.frames.push_back({std::string(1, static_cast<char>(i)) + "data", key});
   }
-  return spec;
+  return content;
 }
 
 // Sample k of withSound(), as a block holds it.
@@ -74,12 +74,12 @@ float soundAt(int k) { return static_cast<std::int16_t>(static_cast<std::uint16_
 
 // Mono 16-bit sound at 1000 samples a second: sample k is k * 10 (wrapping round), in
 // chunks of 300.
-AviSpec withSound(AviSpec spec, int samples) {
-  spec.waveFormat = PluginTest::waveFormat(1, 1, 1000, 16);
+AviContent withSound(AviContent content, int samples) {
+  content.waveFormat = PluginTest::waveFormat(1, 1, 1000, 16);
   std::string data;
   for (int k = 0; k < samples; ++k) data += PluginTest::le16(static_cast<std::uint16_t>(k * 10));
-  for (std::size_t at = 0; at < data.size(); at += 600) spec.audio.push_back({data.substr(at, 600)});
-  return spec;
+  for (std::size_t at = 0; at < data.size(); at += 600) content.audio.push_back({data.substr(at, 600)});
+  return content;
 }
 
 class AviFileReaderTest : public ::testing::Test {
@@ -123,16 +123,16 @@ TEST_F(AviFileReaderTest, Idx1OffsetsFromTheFileOrFromMoviFindTheSameFrames) {
 }
 
 TEST_F(AviFileReaderTest, Idx1MatchesStreamDigitsOnlyWhileTheWalkOverMoviMatchesWholeIds) {
-  AviSpec spec = bitmapAvi(3, AviIndex::Absolute);
-  spec.frames[1].id = "00pc";
-  const auto indexed = open(PluginTest::makeAvi(spec));
+  AviContent content = bitmapAvi(3, AviIndex::Absolute);
+  content.frames[1].id = "00pc";
+  const auto indexed = open(PluginTest::makeAvi(content));
   ASSERT_TRUE(indexed);
   EXPECT_EQ(indexed->frameCount, 3);
   EXPECT_EQ(rowOf(*indexed->readVideo(1), 0, 12), topRow(1));
 
-  spec.index = AviIndex::None;
+  content.index = AviIndex::None;
   PluginTest::LogLines log;
-  const auto walked = open(PluginTest::makeAvi(spec));
+  const auto walked = open(PluginTest::makeAvi(content));
   ASSERT_TRUE(walked);
   EXPECT_EQ(walked->frameCount, 2);
   EXPECT_TRUE(log.contains("INFO Plugin::AviFileInput::FileParse::open: invalid video frame num info."));
@@ -166,10 +166,10 @@ TEST_F(AviFileReaderTest, OpenDmlIndexesGiveFramesTheirKeyFlagsAndSound) {
 }
 
 TEST_F(AviFileReaderTest, AnAudioLengthBeyondTheIndexIsRepairedAndLogged) {
-  AviSpec spec = withSound(bitmapAvi(2, AviIndex::Absolute), 1500);
-  spec.audioLength = 90000;
+  AviContent content = withSound(bitmapAvi(2, AviIndex::Absolute), 1500);
+  content.audioLength = 90000;
   PluginTest::LogLines log;
-  const auto file = open(PluginTest::makeAvi(spec));
+  const auto file = open(PluginTest::makeAvi(content));
   ASSERT_TRUE(file);
   EXPECT_TRUE(log.contains("INFO Plugin::AviFileInput::FileParse::open: invalid audio sample num info."));
   EXPECT_EQ(file->sampleCount, 1500);
@@ -222,16 +222,16 @@ TEST_F(AviFileReaderTest, AReorderingDecoderIsFedAheadAndDrainedAtTheEnd) {
 }
 
 TEST_F(AviFileReaderTest, DroppedFramesShowTheFrameBefore) {
-  AviSpec spec = bitmapAvi(3, AviIndex::Absolute);
-  spec.frames[1].data.clear();
-  const auto file = open(PluginTest::makeAvi(spec));
+  AviContent content = bitmapAvi(3, AviIndex::Absolute);
+  content.frames[1].data.clear();
+  const auto file = open(PluginTest::makeAvi(content));
   ASSERT_TRUE(file);
   EXPECT_EQ(rowOf(*file->readVideo(1), 0, 12), topRow(0));
   EXPECT_EQ(rowOf(*file->readVideo(2), 0, 12), topRow(2));
 }
 
 TEST_F(AviFileReaderTest, UncompressedHandlersGiveTheirPixelFormats) {
-  AviSpec dib = bitmapAvi(1, AviIndex::Absolute);
+  AviContent dib = bitmapAvi(1, AviIndex::Absolute);
   dib.handler = "dib ";
   dib.bits = 24;
   dib.frames[0].data = std::string("\x01\x02\x03\x04\x05\x06\x07\x08\x09\0\0\0", 12) + std::string(12, '\x7f');
@@ -240,7 +240,7 @@ TEST_F(AviFileReaderTest, UncompressedHandlersGiveTheirPixelFormats) {
   EXPECT_EQ(rgb->pixelFormat, Format::Bgrx8Unorm);
   EXPECT_EQ(rowOf(*rgb->readVideo(0), 1, 12), (std::vector<std::uint8_t>{1, 2, 3, 0, 4, 5, 6, 0, 7, 8, 9, 0}));
 
-  AviSpec yuy2 = bitmapAvi(1, AviIndex::Absolute);
+  AviContent yuy2 = bitmapAvi(1, AviIndex::Absolute);
   yuy2.handler = "yuy2";
   yuy2.bits = 16;
   yuy2.frames[0].data = "ABCDEFGHabcdefgh";
@@ -250,7 +250,7 @@ TEST_F(AviFileReaderTest, UncompressedHandlersGiveTheirPixelFormats) {
   EXPECT_EQ(rowOf(*packed->readVideo(0), 1, 8), (std::vector<std::uint8_t>{'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h'}));
 
   // Nothing decodes "ABCD": the sound alone carries the file.
-  AviSpec unknown = withSound(bitmapAvi(1, AviIndex::Absolute), 100);
+  AviContent unknown = withSound(bitmapAvi(1, AviIndex::Absolute), 100);
   unknown.handler = unknown.compression = "ABCD";
   const auto soundOnly = open(PluginTest::makeAvi(unknown));
   ASSERT_TRUE(soundOnly);
@@ -283,7 +283,7 @@ TEST_F(AviFileReaderTest, SoundBlocksAreFoundByTheirPlaceInTheStreamAndEndInSile
     EXPECT_EQ(silent->channelData(1)[999], 0.0f);
   }
 
-  AviSpec noSampleSize = withSound(bitmapAvi(1, AviIndex::Absolute), 1500);
+  AviContent noSampleSize = withSound(bitmapAvi(1, AviIndex::Absolute), 1500);
   noSampleSize.audioSampleSize = 0;
   EXPECT_EQ(open(PluginTest::makeAvi(noSampleSize))->flags, Plugin::InputFile::Video);
 }
@@ -314,16 +314,16 @@ TEST_F(AviFileReaderTest, MjpegFramesDecodeThroughLibavcodecWithinTwoLevels) {
   constexpr int kFrameWidth = 33;  // odd: the last YUY2 block repeats its pixel
   constexpr int kFrameHeight = 16;
   const auto luma = [](int frame, int x, int y) { return static_cast<std::uint8_t>(40 + frame * 50 + x * 2 + y); };
-  AviSpec spec;
-  spec.width = kFrameWidth;
-  spec.height = kFrameHeight;
-  spec.bits = 24;
-  spec.handler = "mjpg";
-  spec.compression = "MJPG";
+  AviContent content;
+  content.width = kFrameWidth;
+  content.height = kFrameHeight;
+  content.bits = 24;
+  content.handler = "mjpg";
+  content.compression = "MJPG";
   for (const PluginTest::EncodedChunk& picture : PluginTest::encodeVideo("mjpeg", kFrameWidth, kFrameHeight, 3, luma)) {
-    spec.frames.push_back({picture.data});
+    content.frames.push_back({picture.data});
   }
-  const auto file = open(PluginTest::makeAvi(spec));
+  const auto file = open(PluginTest::makeAvi(content));
   ASSERT_TRUE(file);
   EXPECT_EQ(file->pixelFormat, Format::Yuy2);
   // Full-range JPEG luma becomes the limited range of YUY2: 16 + y * 219 / 255.
@@ -346,14 +346,14 @@ TEST_F(AviFileReaderTest, ImaAdpcmSoundDecodesInOrderAndAfterAJump) {
   constexpr int kRate = 8000;
   const std::vector<double> source = PluginTest::sine(300, kRate, 4);
   const PluginTest::EncodedSound stream = PluginTest::encodeSound("adpcm_ima_wav", source, kRate);
-  AviSpec spec = bitmapAvi(1, AviIndex::Absolute);
+  AviContent content = bitmapAvi(1, AviIndex::Absolute);
   const auto avgBytes = static_cast<std::uint32_t>(std::int64_t{kRate} * stream.blockAlign / stream.samplesPerBlock);
-  spec.waveFormat = PluginTest::waveFormat(0x11, 1, kRate, 4, static_cast<std::uint16_t>(stream.blockAlign), avgBytes,
+  content.waveFormat = PluginTest::waveFormat(0x11, 1, kRate, 4, static_cast<std::uint16_t>(stream.blockAlign), avgBytes,
                                            PluginTest::le16(static_cast<std::uint16_t>(stream.samplesPerBlock)));
   for (std::size_t at = 0; at < stream.data.size(); at += static_cast<std::size_t>(stream.blockAlign)) {
-    spec.audio.push_back({stream.data.substr(at, static_cast<std::size_t>(stream.blockAlign))});
+    content.audio.push_back({stream.data.substr(at, static_cast<std::size_t>(stream.blockAlign))});
   }
-  const auto file = open(PluginTest::makeAvi(spec));
+  const auto file = open(PluginTest::makeAvi(content));
   ASSERT_TRUE(file);
   EXPECT_EQ(file->flags, Plugin::InputFile::Video | Plugin::InputFile::Audio);
   EXPECT_EQ(file->sampleBits, 16u);
@@ -385,15 +385,15 @@ void expectFramesInOrder(AviFileReaderTest& test, const char* encoder, const cha
                          int bFrames, const std::vector<int>& order) {
   const auto luma = [](int frame, int x, int y) { return static_cast<std::uint8_t>(30 + frame * 9 + (x + y) % 4); };
   const int frames = *std::max_element(order.begin(), order.end()) + 1;
-  AviSpec spec;
-  spec.width = static_cast<std::uint32_t>(width);
-  spec.height = static_cast<std::uint32_t>(height);
-  spec.bits = 24;
-  spec.handler = spec.compression = fourcc;
+  AviContent content;
+  content.width = static_cast<std::uint32_t>(width);
+  content.height = static_cast<std::uint32_t>(height);
+  content.bits = 24;
+  content.handler = content.compression = fourcc;
   for (const PluginTest::EncodedChunk& chunk : PluginTest::encodeVideo(encoder, width, height, frames, luma, 1, bFrames)) {
-    spec.frames.push_back({chunk.data, chunk.key});
+    content.frames.push_back({chunk.data, chunk.key});
   }
-  const auto file = test.open(PluginTest::makeAvi(spec));
+  const auto file = test.open(PluginTest::makeAvi(content));
   ASSERT_TRUE(file);
   EXPECT_EQ(file->pixelFormat, Format::Yuy2);
   for (const int frame : order) {
@@ -438,9 +438,9 @@ TEST_F(AviFileReaderTest, DamagedHeadersAndIndexesNeverReadOutsideTheFile) {
 
   // An index whose entries point past the end reads empty chunks; a frame count of
   // 2^31 reserves nothing.
-  AviSpec spec = bitmapAvi(2, AviIndex::Absolute);
-  spec.videoLength = 0x80000000;
-  std::string bytes = PluginTest::makeAvi(spec);
+  AviContent content = bitmapAvi(2, AviIndex::Absolute);
+  content.videoLength = 0x80000000;
+  std::string bytes = PluginTest::makeAvi(content);
   const std::size_t idx1 = bytes.rfind("idx1");
   bytes.replace(idx1 + 8 + 16 + 8, 4, PluginTest::le32(0x7FFFFFF0));
   const auto pastTheEnd = open(bytes);
@@ -452,14 +452,14 @@ TEST_F(AviFileReaderTest, DamagedHeadersAndIndexesNeverReadOutsideTheFile) {
   std::string huge = PluginTest::makeAvi(bitmapAvi(1, AviIndex::Absolute));
   huge.replace(huge.find("movi") - 4, 4, PluginTest::le32(0xFFFFFFF8));
   open(huge);
-  AviSpec largeFormat = bitmapAvi(1, AviIndex::Absolute);
+  AviContent largeFormat = bitmapAvi(1, AviIndex::Absolute);
   largeFormat.videoExtra.assign(0x10000, '\0');
   PluginTest::LogLines log;
   EXPECT_FALSE(open(PluginTest::makeAvi(largeFormat)));
   EXPECT_TRUE(log.contains("INFO Plugin::AviFileInput::FileParse::getVideoStreamHeader: invalid stream format size."));
 
   // Frames that no file of this length can hold.
-  AviSpec oversized = bitmapAvi(1, AviIndex::Absolute);
+  AviContent oversized = bitmapAvi(1, AviIndex::Absolute);
   oversized.width = oversized.height = 16384;
   EXPECT_FALSE(open(PluginTest::makeAvi(oversized)));
   oversized.width = 16385;

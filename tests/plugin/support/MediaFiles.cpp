@@ -78,63 +78,63 @@ void standardIndex(RiffBuilder& riff, const char* code, const char* chunkId, con
 
 }  // namespace
 
-std::string makeAvi(const AviSpec& spec) {
+std::string makeAvi(const AviContent& content) {
   RiffBuilder riff;
   const std::size_t top = riff.open("RIFF", "AVI ");
   const std::size_t hdrl = riff.open("LIST", "hdrl");
   const std::size_t avih = riff.open("avih");
   riff.u32(33333);
   riff.zeros(12);
-  riff.u32(static_cast<std::uint32_t>(spec.frames.size()));
+  riff.u32(static_cast<std::uint32_t>(content.frames.size()));
   riff.u32(0);
-  riff.u32(spec.waveFormat.empty() ? 1 : 2);
+  riff.u32(content.waveFormat.empty() ? 1 : 2);
   riff.u32(0);
-  riff.u32(spec.width);
-  riff.u32(spec.height);
+  riff.u32(content.width);
+  riff.u32(content.height);
   riff.zeros(16);
   riff.close(avih);
-  const bool avi2 = spec.index == AviIndex::Avi2;
+  const bool avi2 = content.index == AviIndex::Avi2;
   if (avi2) {
     const std::size_t odml = riff.open("LIST", "odml");
-    riff.chunk("dmlh", le32(static_cast<std::uint32_t>(spec.frames.size())));
+    riff.chunk("dmlh", le32(static_cast<std::uint32_t>(content.frames.size())));
     riff.close(odml);
   }
 
   const std::size_t videoList = riff.open("LIST", "strl");
-  streamHeader(riff, "vids", spec.handler, 1, 30, spec.videoLength.value_or(static_cast<std::uint32_t>(spec.frames.size())), 0);
+  streamHeader(riff, "vids", content.handler, 1, 30, content.videoLength.value_or(static_cast<std::uint32_t>(content.frames.size())), 0);
   const std::size_t strf = riff.open("strf");
   riff.u32(40);
-  riff.u32(spec.width);
-  riff.u32(spec.height);
+  riff.u32(content.width);
+  riff.u32(content.height);
   riff.u16(1);
-  riff.u16(spec.bits);
-  riff.code(code(spec.compression));
-  riff.u32((spec.bits / 8 * spec.width + 3) / 4 * 4 * spec.height);
+  riff.u16(content.bits);
+  riff.code(code(content.compression));
+  riff.u32((content.bits / 8 * content.width + 3) / 4 * 4 * content.height);
   riff.zeros(16);
-  riff.raw(spec.videoExtra);
+  riff.raw(content.videoExtra);
   riff.close(strf);
   // The video's frames go into two standard indexes, so that the super index has two.
   const std::size_t videoSuper = avi2 ? superIndex(riff, "00dc", 2) : 0;
   riff.close(videoList);
 
   std::size_t audioSuper = 0;
-  const bool hasAudio = !spec.waveFormat.empty();
+  const bool hasAudio = !content.waveFormat.empty();
   const std::uint16_t blockAlign =
-      hasAudio ? static_cast<std::uint16_t>(static_cast<unsigned char>(spec.waveFormat[12]) |
-                                            static_cast<unsigned char>(spec.waveFormat[13]) << 8)
+      hasAudio ? static_cast<std::uint16_t>(static_cast<unsigned char>(content.waveFormat[12]) |
+                                            static_cast<unsigned char>(content.waveFormat[13]) << 8)
                : 0;
   if (hasAudio) {
-    const std::uint32_t avgBytes = static_cast<unsigned char>(spec.waveFormat[8]) |
-                                   static_cast<unsigned char>(spec.waveFormat[9]) << 8 |
-                                   static_cast<unsigned char>(spec.waveFormat[10]) << 16 |
-                                   static_cast<std::uint32_t>(static_cast<unsigned char>(spec.waveFormat[11])) << 24;
+    const std::uint32_t avgBytes = static_cast<unsigned char>(content.waveFormat[8]) |
+                                   static_cast<unsigned char>(content.waveFormat[9]) << 8 |
+                                   static_cast<unsigned char>(content.waveFormat[10]) << 16 |
+                                   static_cast<std::uint32_t>(static_cast<unsigned char>(content.waveFormat[11])) << 24;
     std::size_t audioBytes = 0;
-    for (const AviChunk& chunk : spec.audio) audioBytes += chunk.data.size();
+    for (const AviChunk& chunk : content.audio) audioBytes += chunk.data.size();
     const std::size_t audioList = riff.open("LIST", "strl");
     streamHeader(riff, "auds", "", blockAlign, avgBytes,
-                 spec.audioLength.value_or(blockAlign ? static_cast<std::uint32_t>(audioBytes / blockAlign) : 0),
-                 spec.audioSampleSize.value_or(blockAlign));
-    riff.chunk("strf", spec.waveFormat);
+                 content.audioLength.value_or(blockAlign ? static_cast<std::uint32_t>(audioBytes / blockAlign) : 0),
+                 content.audioSampleSize.value_or(blockAlign));
+    riff.chunk("strf", content.waveFormat);
     if (avi2) audioSuper = superIndex(riff, "01wb", 1);
     riff.close(audioList);
   }
@@ -144,14 +144,14 @@ std::string makeAvi(const AviSpec& spec) {
   const std::size_t moviCode = movi + 4;
   std::vector<Placed> video;
   std::vector<Placed> audio;
-  for (std::size_t i = 0; i < std::max(spec.frames.size(), spec.audio.size()); ++i) {
-    if (i < spec.frames.size()) {
-      const AviChunk& frame = spec.frames[i];
+  for (std::size_t i = 0; i < std::max(content.frames.size(), content.audio.size()); ++i) {
+    if (i < content.frames.size()) {
+      const AviChunk& frame = content.frames[i];
       video.push_back({riff.size(), static_cast<std::uint32_t>(frame.data.size()), frame.key, chunkId(frame, true)});
       riff.chunk(video.back().id, frame.data);
     }
-    if (hasAudio && i < spec.audio.size()) {
-      const AviChunk& chunk = spec.audio[i];
+    if (hasAudio && i < content.audio.size()) {
+      const AviChunk& chunk = content.audio[i];
       audio.push_back({riff.size(), static_cast<std::uint32_t>(chunk.data.size()), true, chunkId(chunk, false)});
       riff.chunk(audio.back().id, chunk.data);
     }
@@ -174,9 +174,9 @@ std::string makeAvi(const AviSpec& spec) {
   }
   riff.close(movi);
 
-  if (spec.index == AviIndex::Absolute || spec.index == AviIndex::Relative) {
+  if (content.index == AviIndex::Absolute || content.index == AviIndex::Relative) {
     const std::size_t idx1 = riff.open("idx1");
-    const std::size_t base = spec.index == AviIndex::Absolute ? 0 : moviCode;
+    const std::size_t base = content.index == AviIndex::Absolute ? 0 : moviCode;
     std::size_t v = 0;
     std::size_t a = 0;
     // In file order, as writers keep it.

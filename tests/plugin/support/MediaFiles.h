@@ -22,7 +22,7 @@ struct AviChunk {
 
 enum class AviIndex { Absolute, Relative, None, Avi2 };
 
-struct AviSpec {
+struct AviContent {
   std::uint32_t width = 3;
   std::uint32_t height = 2;
   std::uint16_t bits = 32;
@@ -40,7 +40,7 @@ struct AviSpec {
   AviIndex index = AviIndex::Absolute;
 };
 
-std::string makeAvi(const AviSpec& spec);
+std::string makeAvi(const AviContent& content);
 
 // A WAVEFORMATEX: cbSize and `extra` are written when `extra` is given.
 std::string waveFormat(std::uint16_t tag, std::uint16_t channels, std::uint32_t rate, std::uint16_t bits,
