@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "BenchRun.h"
 #include "media/ConstantBufferCommon.h"
 #include "media/GraphicsDevice.h"
 #include "media/ResourceBuffer.h"
@@ -21,6 +22,7 @@
 #include "media/pass/FramePassTable.h"
 #include "media/pass/FramePasses.h"
 #include "platform/egl_gl/GlBackend.h"
+
 
 namespace {
 
@@ -209,9 +211,5 @@ void registerAll() {
 
 int main(int argc, char** argv) {
   registerAll();
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
+  return Bench::runRegistered(argc, argv);
 }

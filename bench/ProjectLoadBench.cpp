@@ -12,16 +12,13 @@
 #include <random>
 #include <string>
 
+#include "BenchRun.h"
 #include "edit/EditService.h"
 #include "edit/ProjectFile.h"
 #include "effect/EffectService.h"
 
-namespace {
 
-std::filesystem::path& folder() {
-  static std::filesystem::path path;
-  return path;
-}
+namespace {
 
 // Built once: registering every effect costs more than the smaller loads.
 Effect::EffectService& effects() {
@@ -56,7 +53,7 @@ std::string projectText(Shape shape, std::int64_t count) {
 }
 
 void load(benchmark::State& state, Shape shape) {
-  const std::filesystem::path path = folder() / ("load-" + std::to_string(state.range(0)) + ".svj2");
+  const std::filesystem::path path = Bench::scratchFolder() / ("load-" + std::to_string(state.range(0)) + ".svj2");
   std::ofstream(path, std::ios::binary) << projectText(shape, state.range(0));
   Edit::EditService edit;
   for (auto _ : state) {
@@ -94,14 +91,7 @@ void registerAll() {
 int main(int argc, char** argv) {
   // The program makes its data folders below XDG_DATA_HOME; they go to a folder of this
   // run, never the user's own.
-  folder() = std::filesystem::temp_directory_path() / ("sorvel-load-bench-" + std::to_string(std::random_device{}()));
-  std::filesystem::create_directories(folder());
-  setenv("XDG_DATA_HOME", folder().c_str(), 1);
+  const Bench::ScratchDataHome home("sorvel-load-bench");
   registerAll();
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  std::filesystem::remove_all(folder());
-  return 0;
+  return Bench::runRegistered(argc, argv);
 }

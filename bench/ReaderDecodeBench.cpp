@@ -14,22 +14,19 @@
 #include <random>
 #include <string>
 
+#include "BenchRun.h"
 #include "media/image/ImageBuffer.h"
 #include "plugin/AviFileReader.h"
 #include "plugin/InputFile.h"
 #include "support/FfmpegEncode.h"
 #include "support/MediaFiles.h"
 
+
 namespace {
 
 constexpr int kWidth = 1920;
 constexpr int kHeight = 1080;
 constexpr int kFrames = 24;
-
-std::filesystem::path& folder() {
-  static std::filesystem::path path;
-  return path;
-}
 
 // A diagonal ramp that moves a little each frame, so no two frames are alike.
 std::uint8_t luma(int frame, int x, int y) { return static_cast<std::uint8_t>((x + y + frame * 8) / 12); }
@@ -46,7 +43,7 @@ std::filesystem::path uncompressedAvi() {
     }
     content.frames.emplace_back(std::move(pixels));
   }
-  const std::filesystem::path path = folder() / "uncompressed.avi";
+  const std::filesystem::path path = Bench::scratchFolder() / "uncompressed.avi";
   std::ofstream(path, std::ios::binary) << PluginTest::makeAvi(content);
   return path;
 }
@@ -61,7 +58,7 @@ std::filesystem::path mjpegAvi() {
   for (PluginTest::EncodedChunk& picture : PluginTest::encodeVideo("mjpeg", kWidth, kHeight, kFrames, luma, 4)) {
     content.frames.emplace_back(std::move(picture.data));
   }
-  const std::filesystem::path path = folder() / "mjpeg.avi";
+  const std::filesystem::path path = Bench::scratchFolder() / "mjpeg.avi";
   std::ofstream(path, std::ios::binary) << PluginTest::makeAvi(content);
   return path;
 }
@@ -85,9 +82,7 @@ void readInOrder(benchmark::State& state, const std::filesystem::path& path) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  folder() = std::filesystem::temp_directory_path() / ("sorvel-reader-bench-" + std::to_string(std::random_device{}()));
-  std::filesystem::create_directories(folder());
-  setenv("XDG_DATA_HOME", folder().c_str(), 1);
+  const Bench::ScratchDataHome home("sorvel-reader-bench");
   const std::filesystem::path uncompressed = uncompressedAvi();
   const std::filesystem::path mjpeg = mjpegAvi();
   benchmark::RegisterBenchmark("AviRead/Uncompressed24Bit1080p",
@@ -95,10 +90,5 @@ int main(int argc, char** argv) {
       ->Unit(benchmark::kMillisecond);
   benchmark::RegisterBenchmark("AviRead/Mjpeg1080p", [&](benchmark::State& state) { readInOrder(state, mjpeg); })
       ->Unit(benchmark::kMillisecond);
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  std::filesystem::remove_all(folder());
-  return 0;
+  return Bench::runRegistered(argc, argv);
 }

@@ -6,7 +6,6 @@
 #include "effect/EffectService.h"
 #include "setting/SettingService.h"
 #include "system/Log.h"
-#include "system/MainIniFile.h"
 #include "system/Singleton.h"
 
 namespace Cli {
@@ -15,16 +14,12 @@ template <class T>
 using Service = System::Singleton<T>;
 
 HeadlessServices::HeadlessServices() {
-  // The tool reads the user's settings as the editor does, but a batch job must never
-  // rewrite them: the main ini is held first and told not to write itself.
-  Service<System::MainIniFile>::acquire();
-  System::MainIniFile::get()->setWriteOnDestruction(false);
   // Lines of the warning level are what went wrong in a file; everything else the
   // editor logs is of no use on a terminal.
   System::Log::setHandler([this](const System::Log::Type& type, const char* place, const char* message) {
     if (type.level == System::Log::Warn.level) warnings_.push_back(std::string(message) + " (" + place + ")");
   });
-  Setting::SettingService* settings = Service<Setting::SettingService>::acquire();
+  Setting::SettingService* settings = Service<Setting::SettingService>::get();
   effects_ = Service<Effect::EffectService>::acquire();
   edit_ = Service<Edit::EditService>::acquire();
   edit_->setSceneDefaults(settings->sceneDefaults());
@@ -35,9 +30,7 @@ HeadlessServices::HeadlessServices() {
 HeadlessServices::~HeadlessServices() {
   Service<Edit::EditService>::release();
   Service<Effect::EffectService>::release();
-  Service<Setting::SettingService>::release();
   System::Log::resetHandler();
-  Service<System::MainIniFile>::release();
 }
 
 std::vector<std::string> HeadlessServices::takeWarnings() { return std::exchange(warnings_, {}); }

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "cli/ReadOnlySettings.h"
+
 namespace Edit {
 class EditService;
 }
@@ -30,6 +32,7 @@ class HeadlessServices {
   std::vector<std::string> takeWarnings();
 
  private:
+  ReadOnlySettings settings_;
   Effect::EffectService* effects_ = nullptr;
   Edit::EditService* edit_ = nullptr;
   std::vector<std::string> warnings_;

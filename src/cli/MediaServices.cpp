@@ -9,7 +9,6 @@
 #include "plugin/InputService.h"
 #include "setting/SettingService.h"
 #include "system/Log.h"
-#include "system/MainIniFile.h"
 #include "system/Singleton.h"
 
 namespace Cli {
@@ -28,13 +27,9 @@ std::string withoutPlace(const std::string& line) {
 }  // namespace
 
 MediaServices::MediaServices() {
-  // Settings are read as the editor reads them and never written by a batch job.
-  Service<System::MainIniFile>::acquire();
-  System::MainIniFile::get()->setWriteOnDestruction(false);
   System::Log::setHandler([this](const System::Log::Type& type, const char*, const char* message) {
     if (type.level >= System::Log::Warn.level) problems_.push_back(withoutPlace(message));
   });
-  Service<Setting::SettingService>::acquire();
   Media::ImageService::setCodecFactory(::Platform::createQtImageCodec);
   images_ = Service<Media::ImageService>::acquire();
   input_ = Service<Plugin::InputService>::acquire();
@@ -45,9 +40,7 @@ MediaServices::~MediaServices() {
   Service<Plugin::InputService>::release();
   if (graphics_) Service<Media::GraphicsService>::release();
   Service<Media::ImageService>::release();
-  Service<Setting::SettingService>::release();
   System::Log::resetHandler();
-  Service<System::MainIniFile>::release();
 }
 
 Media::GraphicsService& MediaServices::graphics() {

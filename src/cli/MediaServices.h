@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "cli/ReadOnlySettings.h"
+
 namespace Media {
 class GraphicsService;
 class ImageService;
@@ -36,6 +38,7 @@ class MediaServices {
   std::vector<std::string> takeProblems();
 
  private:
+  ReadOnlySettings settings_;
   Media::ImageService* images_ = nullptr;
   Plugin::InputService* input_ = nullptr;
   Media::GraphicsService* graphics_ = nullptr;

@@ -9,6 +9,7 @@
 #include "plugin/InputPlugin.h"
 #include "system/ConfigParameter.h"
 #include "system/Exception.h"
+#include "system/FileName.h"
 #include "system/Log.h"
 #include "system/MainIniFile.h"
 #include "system/Singleton.h"
@@ -21,14 +22,6 @@ namespace {
 constexpr const char* kOpenPlace = "Plugin::InputService::openFile";
 
 std::atomic<std::uint32_t> generation{0};
-
-// The text after the last "." behind the last separator, lower case; empty without one.
-std::wstring extensionOf(const std::wstring& name) {
-  const std::size_t slash = name.find_last_of(L"/\\");
-  const std::size_t dot = name.find_last_of(L'.');
-  if (dot == std::wstring::npos || (slash != std::wstring::npos && dot < slash)) return {};
-  return System::Text::toLowerAscii(name.substr(dot + 1));
-}
 
 // "<label> (*.a;*.b)", NUL, "*.a;*.b", NUL: extensions in the order they were first met.
 std::wstring dialogFilter(const wchar_t* label, const std::vector<std::wstring>& extensions) {
@@ -66,38 +59,34 @@ void InputService::registerPlugin(std::shared_ptr<InputPlugin> plugin) {
 
 void InputService::updateExtTypeList() {
   constexpr const char* kPlace = "Plugin::InputService::updateExtTypeList";
-  videoMap_.clear();
-  audioMap_.clear();
-  imageMap_.clear();
   std::stable_sort(plugins_.begin(), plugins_.end(),
                    [](const auto& a, const auto& b) { return a->priority() < b->priority(); });
-  std::vector<std::wstring> videoOrder, audioOrder, imageOrder;
-  const auto add = [](ExtensionMap& map, std::vector<std::wstring>& order, const std::wstring& extension,
-                      InputPlugin* plugin) {
-    auto [entry, inserted] = map.try_emplace(extension);
-    if (inserted) order.push_back(extension);
-    entry->second.push_back(plugin);
+  // One row per kind: its flag, its map, its dialog filter and the names the log and the
+  // filter give it.
+  struct Kind {
+    std::uint32_t flag;
+    ExtensionMap& map;
+    std::wstring& filter;
+    const wchar_t* logLabel;
+    const wchar_t* filterLabel;
+    std::vector<std::wstring> order;  // extensions in the order first met
   };
+  Kind kinds[] = {{InputPlugin::Video, videoMap_, videoFilter_, L"[Video]", L"VideoFile", {}},
+                  {InputPlugin::Audio, audioMap_, audioFilter_, L"[Audio]", L"AudioFile", {}},
+                  {InputPlugin::Image, imageMap_, imageFilter_, L"[Image]", L"ImageFile", {}}};
+  for (Kind& kind : kinds) kind.map.clear();
   for (const std::shared_ptr<InputPlugin>& plugin : plugins_) {
     for (const std::wstring& extension : plugin->getExtList()) {
-      const std::uint32_t kinds = plugin->kindFlags();
-      if (kinds & InputPlugin::Video) {
-        add(videoMap_, videoOrder, extension, plugin.get());
-        System::Log::info(kPlace, L"[Video] %ls -> [%ls]", extension.c_str(), plugin->name().c_str());
-      }
-      if (kinds & InputPlugin::Audio) {
-        add(audioMap_, audioOrder, extension, plugin.get());
-        System::Log::info(kPlace, L"[Audio] %ls -> [%ls]", extension.c_str(), plugin->name().c_str());
-      }
-      if (kinds & InputPlugin::Image) {
-        add(imageMap_, imageOrder, extension, plugin.get());
-        System::Log::info(kPlace, L"[Image] %ls -> [%ls]", extension.c_str(), plugin->name().c_str());
+      for (Kind& kind : kinds) {
+        if (!(plugin->kindFlags() & kind.flag)) continue;
+        auto [entry, inserted] = kind.map.try_emplace(extension);
+        if (inserted) kind.order.push_back(extension);
+        entry->second.push_back(plugin.get());
+        System::Log::info(kPlace, L"%ls %ls -> [%ls]", kind.logLabel, extension.c_str(), plugin->name().c_str());
       }
     }
   }
-  videoFilter_ = dialogFilter(L"VideoFile", videoOrder);
-  audioFilter_ = dialogFilter(L"AudioFile", audioOrder);
-  imageFilter_ = dialogFilter(L"ImageFile", imageOrder);
+  for (Kind& kind : kinds) kind.filter = dialogFilter(kind.filterLabel, kind.order);
   ++generation;
 }
 
@@ -122,7 +111,7 @@ std::shared_ptr<InputFile> InputService::openFile(const std::wstring& name, Medi
   System::Log::info(kOpenPlace, L"open media file [%ls]:%d", fileName.c_str(), static_cast<int>(trackIndex));
   // Still images are reached through their video flag: the image map only feeds dialogs.
   const std::vector<InputPlugin*> readers =
-      candidates(extensionOf(fileName), kind == MediaKind::Video ? InputPlugin::Video : InputPlugin::Audio);
+      candidates(System::FileName::extension(fileName), kind == MediaKind::Video ? InputPlugin::Video : InputPlugin::Audio);
   const std::string noteName = System::Text::toUtf8(fileName);
   if (readers.empty()) throw System::NoteException(kOpenPlace, "not supported file.", noteName);
   std::shared_ptr<InputFile> file;

@@ -5,23 +5,14 @@
 #include <fstream>
 #include <sstream>
 
+#include "cli/CliRun.h"
 #include "cli/Commands.h"
 #include "support/TempDirectory.h"
 
 namespace {
 
-struct Outcome {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-Outcome run(const std::vector<std::string>& arguments) {
-  std::ostringstream out;
-  std::ostringstream err;
-  const int status = Cli::run(arguments, out, err);
-  return {status, out.str(), err.str()};
-}
+using CliTest::Outcome;
+using CliTest::run;
 
 std::string data(const std::string& name) { return std::string(SORVEL_TEST_DATA_DIR) + "/project/" + name; }
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/CliRun.h"
 #include "cli/Commands.h"
 #include "media/image/ImageBuffer.h"
 #include "platform/qt/QtImageCodec.h"
@@ -17,17 +18,8 @@
 
 namespace {
 
-struct Outcome {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-Outcome run(const std::vector<std::string>& arguments) {
-  std::ostringstream out, err;
-  const int status = Cli::run(arguments, out, err);
-  return {status, out.str(), err.str()};
-}
+using CliTest::Outcome;
+using CliTest::run;
 
 void put16(std::string& bytes, std::uint32_t value) {
   bytes += static_cast<char>(value & 0xFF);

@@ -1,5 +1,6 @@
 #include "platform/egl_gl/GlBackend.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -74,6 +75,10 @@ GLenum glTopology(Media::Topology topology) {
 constexpr GLbitfield kAfterImageWrites = GL_TEXTURE_FETCH_BARRIER_BIT | GL_SHADER_IMAGE_ACCESS_BARRIER_BIT |
                                          GL_FRAMEBUFFER_BARRIER_BIT | GL_TEXTURE_UPDATE_BARRIER_BIT;
 
+// Finished read-back buffers kept for reuse: a frame, its preview and an export's
+// conversions in flight at once.
+constexpr std::size_t kSpareReads = 4;
+
 // How long one wait for a read-back's fence lasts before it is asked again.
 constexpr GLuint64 kFenceWaitNanoseconds = 1'000'000'000;
 
@@ -92,7 +97,8 @@ GlBackend::GlBackend() {
 }
 
 GlBackend::~GlBackend() {
-  while (!reads_.empty()) destroyRead(reads_.begin()->first);
+  for (auto& [id, read] : reads_) deleteReadBuffer(read);
+  for (PendingRead& read : spareReads_) deleteReadBuffer(read);
   for (GLuint sampler : samplers_) {
     if (sampler) glDeleteSamplers(1, &sampler);
   }
@@ -183,27 +189,49 @@ void GlBackend::copyTextureRegion(Media::GpuId source, Media::GpuId target, cons
                      static_cast<GLsizei>(region.height), 1);
 }
 
+GlBackend::PendingRead GlBackend::takeReadBuffer(std::size_t size, const char* place) {
+  const auto spare = std::find_if(spareReads_.begin(), spareReads_.end(),
+                                  [size](const PendingRead& read) { return read.size == size; });
+  if (spare != spareReads_.end()) {
+    const PendingRead read = *spare;
+    spareReads_.erase(spare);
+    return read;
+  }
+  PendingRead read;
+  read.size = size;
+  glCreateBuffers(1, &read.buffer);
+  constexpr GLbitfield kMapping = GL_MAP_READ_BIT | GL_MAP_PERSISTENT_BIT | GL_MAP_COHERENT_BIT;
+  glNamedBufferStorage(read.buffer, static_cast<GLsizeiptr>(size), nullptr, kMapping);
+  read.mapped = static_cast<const std::byte*>(glMapNamedBufferRange(read.buffer, 0, static_cast<GLsizeiptr>(size), kMapping));
+  if (const GLenum error = glGetError(); error != GL_NO_ERROR || !read.mapped) {
+    glDeleteBuffers(1, &read.buffer);
+    throw System::HResultException("glMapNamedBufferRange", place, error);
+  }
+  return read;
+}
+
+void GlBackend::deleteReadBuffer(PendingRead& read) {
+  if (read.fence) glDeleteSync(read.fence);
+  glUnmapNamedBuffer(read.buffer);
+  glDeleteBuffers(1, &read.buffer);
+}
+
 Media::GpuId GlBackend::beginRead(Media::GpuId texture, std::uint32_t width, std::uint32_t height,
                                   Media::Format format, const char* place) {
   const GlFormat& entry = glFormat(format, place);
   // A mask is read as the RGBA8 texture it is stored in; the caller keeps the alpha.
   const std::size_t size = entry.alphaOnly ? std::size_t{width} * height * 4 : Media::rowBytes(format, width) * height;
   barrierBefore(GL_TEXTURE_UPDATE_BARRIER_BIT);
-  PendingRead read;
-  glCreateBuffers(1, &read.buffer);
-  constexpr GLbitfield kMapping = GL_MAP_READ_BIT | GL_MAP_PERSISTENT_BIT | GL_MAP_COHERENT_BIT;
-  glNamedBufferStorage(read.buffer, static_cast<GLsizeiptr>(size), nullptr, kMapping);
+  PendingRead read = takeReadBuffer(size, place);
   glBindBuffer(GL_PIXEL_PACK_BUFFER, read.buffer);
   const GLenum clientFormat = entry.alphaOnly ? GLenum{GL_RGBA} : entry.clientFormat;
   glGetTextureImage(texture, 0, clientFormat, entry.clientType, static_cast<GLsizei>(size), nullptr);
   glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
   read.fence = glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0);
-  read.mapped = static_cast<const std::byte*>(glMapNamedBufferRange(read.buffer, 0, static_cast<GLsizeiptr>(size), kMapping));
   // The copy starts now, not when someone waits for it.
   glFlush();
-  if (const GLenum error = glGetError(); error != GL_NO_ERROR || !read.mapped) {
-    if (read.fence) glDeleteSync(read.fence);
-    glDeleteBuffers(1, &read.buffer);
+  if (const GLenum error = glGetError(); error != GL_NO_ERROR) {
+    deleteReadBuffer(read);
     throw System::HResultException("glGetTextureImage", place, error);
   }
   reads_.emplace(read.buffer, read);
@@ -227,10 +255,11 @@ const std::byte* GlBackend::waitRead(Media::GpuId read, const char* place) {
 void GlBackend::destroyRead(Media::GpuId read) {
   const auto found = reads_.find(read);
   if (found == reads_.end()) return;
-  if (found->second.fence) glDeleteSync(found->second.fence);
-  glUnmapNamedBuffer(found->second.buffer);
-  glDeleteBuffers(1, &found->second.buffer);
+  PendingRead finished = found->second;
   reads_.erase(found);
+  // A copy that was never waited for may still be running: only a finished buffer is kept.
+  if (finished.fence || spareReads_.size() == kSpareReads) return deleteReadBuffer(finished);
+  spareReads_.push_back(finished);
 }
 
 Media::GpuId GlBackend::createBuffer(const void* data, std::size_t size, const char* place) {

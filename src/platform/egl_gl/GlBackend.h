@@ -9,6 +9,7 @@
 
 #include <array>
 #include <map>
+#include <vector>
 
 #include "media/GraphicsBackend.h"
 #include "platform/egl_gl/EglContext.h"
@@ -65,9 +66,14 @@ class GlBackend : public Media::GraphicsBackend {
   // A read-back under way: a buffer mapped for good, and the fence after the copy into it.
   struct PendingRead {
     GLuint buffer = 0;
+    std::size_t size = 0;
     GLsync fence = nullptr;
     const std::byte* mapped = nullptr;
   };
+
+  // A mapped buffer of `size` bytes: a spare one where there is, else a new one.
+  PendingRead takeReadBuffer(std::size_t size, const char* place);
+  static void deleteReadBuffer(PendingRead& read);
 
   // Issues the barriers that work of the kinds `uses` needs after earlier image writes.
   void barrierBefore(GLbitfield uses);
@@ -83,6 +89,9 @@ class GlBackend : public Media::GraphicsBackend {
   GLbitfield owedBarriers_ = 0;
   bool colorMasked_ = false;
   std::map<Media::GpuId, PendingRead> reads_;
+  // Buffers of finished read-backs, kept mapped for the next frame of the same size: an
+  // export reads every frame back, and would otherwise make and map a buffer for each.
+  std::vector<PendingRead> spareReads_;
 };
 
 }  // namespace Platform
