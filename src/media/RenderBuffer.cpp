@@ -161,4 +161,13 @@ void RenderBuffer::clearLights() noexcept {
   shadowMaps_.clear();
 }
 
+void RenderBuffer::resetForNewFrame() noexcept {
+  clearLights();
+  depthBuffer_.reset();
+  transparentBuffer_.reset();
+  transparentDepthBuffer_.reset();
+  normalBuffer_.reset();
+  normalTransparentBuffer_.reset();
+}
+
 }  // namespace Media

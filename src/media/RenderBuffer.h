@@ -84,6 +84,11 @@ class RenderBuffer {
   void addLight(const LightRecord& light);
   void clearLights() noexcept;
 
+  // A frame kept for the next one starts as a new one does: no lights, and no
+  // auxiliary buffers holding the depth and shadows of the frame before. Not while a
+  // task of the frame before may still use them.
+  void resetForNewFrame() noexcept;
+
  private:
   void release() noexcept;
   ResourceBuffer& auxiliary(std::unique_ptr<ResourceBuffer>& slot, std::uint32_t width, std::uint32_t height,
