@@ -13,7 +13,6 @@
 #include "media/image/ImageBuffer.h"
 #include "render/ResourceCache.h"
 #include "setting/SettingService.h"
-#include "system/Exception.h"
 #include "system/Log.h"
 #include "system/MainIniFile.h"
 
@@ -22,7 +21,8 @@ namespace Render {
 namespace {
 
 constexpr std::int32_t kAllLayers = 0x7fffffff;
-constexpr std::int32_t kObjectTaskKind = 0;
+constexpr std::int32_t kObjectTasksAhead = 8;
+constexpr const char* kObjectWorkerName = "RenderObjectWorkerVideo";
 
 }  // namespace
 
@@ -48,14 +48,15 @@ RenderVideoWorker::RenderVideoWorker(Media::GraphicsDevice& device, Edit::EditSe
   config_.add<System::Config::Int>("VisibleClippingObject", &visibleClippingObject_, 1);
   config_.add<System::Config::Int>("CameraFreeView", &cameraFreeView_, 0);
   config_.load(settings.mainIni);
-  objectThread_.setMax(8);
+  objectSlots_.setMax(kObjectTasksAhead);
 }
 
 RenderVideoWorker::~RenderVideoWorker() { stop(); }
 
 void RenderVideoWorker::stop() {
   stopping_ = true;
-  objectThread_.stop();
+  // A walker waiting for room goes on, and everything it posts from now on is dropped.
+  objectSlots_.open();
   renderThread_.stop();
 }
 
@@ -146,28 +147,28 @@ std::shared_ptr<RenderVideoWorker::RenderingBuffer> RenderVideoWorker::renderLay
 }
 
 void RenderVideoWorker::postObjectTask(std::function<void()> work) {
-  objectThread_.post(kObjectTaskKind, [this, work = std::move(work)] {
+  if (stopping_) return;
+  objectSlots_.acquire();
+  device_.post([this, work = std::move(work)] {
+    // The slot is free once the task is taken, not when it has finished.
+    objectSlots_.release();
+    if (stopping_) return;
     try {
-      device_.run(work);
-    } catch (...) {
+      work();
+    } catch (const std::exception& exception) {
       objectTaskFailed_ = true;
-      throw;
+      Worker::WorkerThread::reportTaskFailure(kObjectWorkerName, exception);
     }
   });
 }
 
 void RenderVideoWorker::keepAliveUntilDrawn(std::shared_ptr<void> keep) {
-  objectThread_.post(kObjectTaskKind, [keep = std::move(keep)] {});
+  device_.post([keep = std::move(keep)] {});
 }
 
 bool RenderVideoWorker::awaitObjectTasks() {
-  if (stopping_) return false;
-  try {
-    objectThread_.wait();
-  } catch (const System::NoteException&) {
-    // The object thread stopped between the test and the wait: shutdown, not a fault.
-    if (!stopping_) throw;
-  }
+  // The GPU thread runs its work in order: an empty task passes after all before it.
+  device_.run([] {});
   return !stopping_;
 }
 

@@ -1,10 +1,11 @@
 // Turns a request for a frame of the current scene into a finished frame. Two threads
 // share the work: the render thread reads the model under the scene reader and walks
-// the layers, deciding what is drawn in which order; the object thread, a queue of at
-// most 8 tasks in front of the GPU thread, does everything that touches the device. The
-// bound keeps the walker a few objects ahead of the GPU instead of letting memory grow.
-// Requests come from any thread; what a frame produced is handed to its callback on the
-// render thread, after every object task of the frame has run.
+// the layers, deciding what is drawn in which order; the object tasks, everything that
+// touches the device, run on the GPU thread itself, at most 8 of them waiting. The
+// bound keeps the walker a few objects ahead of the GPU instead of letting memory grow,
+// and a GPU thread with work queued goes from one object to the next without a thread
+// switch. Requests come from any thread; what a frame produced is handed to its
+// callback on the render thread, after every object task of the frame has run.
 #pragma once
 
 #include <array>
@@ -17,6 +18,7 @@
 #include "media/RenderBuffer.h"
 #include "render/PreInputBuffer.h"
 #include "render/RenderWorkerBase.h"
+#include "sync/Semaphore.h"
 #include "system/ConfigGroup.h"
 #include "worker/WorkerThread.h"
 
@@ -121,13 +123,14 @@ class RenderVideoWorker : public RenderWorkerBase {
   void setFrameBeginHook(std::function<void()> hook) { frameBeginHook_ = std::move(hook); }
 
   // Queues drawing of the frame being walked, from the render thread. It runs on the GPU
-  // thread, in posting order; this blocks while 8 tasks wait. A task that throws costs
-  // its frame the callback.
+  // thread, in posting order; this blocks while 8 tasks wait. A task that throws is
+  // logged and reported as a failed task of "RenderObjectWorkerVideo", and costs its
+  // frame the callback.
   void postObjectTask(std::function<void()> work);
 
-  // The object thread, then the render thread: the running frame is abandoned without
-  // its callback, waiting requests are dropped, and nothing is delivered after this
-  // returns. Main thread; a second call does nothing.
+  // The object tasks, then the render thread: waiting object tasks are skipped, the
+  // running frame is abandoned without its callback, waiting requests are dropped, and
+  // nothing is delivered after this returns. Main thread; a second call does nothing.
   void stop();
 
   // For the effects, on the object thread.
@@ -152,7 +155,7 @@ class RenderVideoWorker : public RenderWorkerBase {
   // The barrier before delivery; false when the worker is stopping and the frame is
   // incomplete.
   bool awaitObjectTasks();
-  // Queues `keep` to be dropped on the object thread once it has run everything before.
+  // Queues `keep` to be dropped on the GPU thread once the tasks before it have run.
   void keepAliveUntilDrawn(std::shared_ptr<void> keep);
 
   Media::GraphicsDevice& device_;
@@ -172,8 +175,8 @@ class RenderVideoWorker : public RenderWorkerBase {
   std::shared_ptr<RenderingBuffer> spareBuffer_;
   std::atomic<bool> stopping_{false};
   std::atomic<bool> objectTaskFailed_{false};
-  // Last, so that they start once everything they use exists.
-  Worker::WorkerThread objectThread_{"RenderObjectWorkerVideo"};
+  Sync::Semaphore objectSlots_;
+  // Last, so that it starts once everything it uses exists.
   Worker::WorkerThread renderThread_{"RenderVideoWorker"};
 };
 

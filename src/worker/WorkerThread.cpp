@@ -33,6 +33,11 @@ void WorkerThread::setExceptionReporter(std::function<void(std::exception_ptr)> 
   exceptionReporter = std::move(reporter);
 }
 
+void WorkerThread::reportTaskFailure(const char* workerName, const std::exception& exception) {
+  System::Log::error("Worker::WorkerThread::processTask", "[%s] exception.\n%s", workerName, exception.what());
+  report(std::current_exception());
+}
+
 void WorkerThread::setThreadPriority(int priority) noexcept { workerPriority = priority; }
 
 WorkerThread::WorkerThread(const char* name) : name_(name), thread_([this] { threadMain(); }) {}
@@ -131,8 +136,7 @@ bool WorkerThread::processTask() {
   try {
     next.task();
   } catch (const std::exception& exception) {
-    System::Log::error("Worker::WorkerThread::processTask", "[%s] exception.\n%s", name_, exception.what());
-    report(std::current_exception());
+    reportTaskFailure(name_, exception);
   }
   busy_ = false;
   return true;

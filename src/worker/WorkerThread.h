@@ -49,6 +49,10 @@ class WorkerThread {
   // Where an exception of a task goes after it is logged: the entry point installs one
   // that posts event command 4. Without one the exception is only logged. Any thread.
   static void setExceptionReporter(std::function<void(std::exception_ptr)> reporter);
+  // Logs the exception being handled as a failed task of `workerName` and hands it to the
+  // reporter: for tasks that another thread's loop runs on a worker's behalf. Call it
+  // inside the catch block.
+  static void reportTaskFailure(const char* workerName, const std::exception& exception);
   // The priority that worker threads started from now on give themselves (the
   // WorkerThreadPriority key); one for all workers, there is no per-worker priority.
   static void setThreadPriority(int priority) noexcept;
