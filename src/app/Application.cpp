@@ -5,6 +5,7 @@
 
 #include "app/CommandLine.h"
 #include "app/Platform.h"
+#include "cache/CacheInstance.h"
 #include "dialog/MessageBox.h"
 #include "edit/EditService.h"
 #include "edit/ProjectOpener.h"
@@ -24,6 +25,7 @@
 #include "platform/egl_gl/GlBackendFactory.h"
 #include "platform/qt/QtImageCodec.h"
 #include "plugin/InputService.h"
+#include "render/RenderService.h"
 #include "undo/UndoService.h"
 #include "worker/WorkerThread.h"
 
@@ -99,7 +101,8 @@ void Application::start() {
   // 19. Input, output, script, filter plug-in, script module and common plug-in services:
   //     for now the input service with the built-in readers.
   Service<Plugin::InputService>::acquire();
-  // 20. Cache.
+  // 20. The cache of decoded media.
+  Service<Cache::CacheInstance>::acquire();
   // 21. The effect registry: movements, built-in effects, aliases, time-control presets.
   Effect::EffectService* effects = Service<Effect::EffectService>::acquire();
   // 22. The undo service; it attaches to the edit service once that exists.
@@ -117,7 +120,9 @@ void Application::start() {
     const auto project = commandLine.find(CommandLineKey::Project);
     projectOpener_->beginApplication(project == commandLine.end() ? std::wstring() : project->second);
   });
-  // 24. Render front.  25. Window contents.  26. Menus.  27. Trust list saved.
+  // 24. The render front: its worker threads start and wait for work.
+  Service<Render::RenderService>::acquire();
+  // 25. Window contents.  26. Menus.  27. Trust list saved.
   // 28. Layout shown.  29. Status line cleared.
   // 30. Application begin: every listener in subscription order.
   events->applicationBegin.fire();
@@ -148,18 +153,22 @@ void Application::runMainLoop() {
 // writes sorvel2.ini, so the file is written only on an orderly way down.
 void Application::shutdown() {
   platform_.unwatch(terminationDescriptor_);
-  // 1. Cache stop flag and pre-load worker.
+  // 1. The cache's loads stop, and whoever waits for one is let go.
+  Service<Cache::CacheInstance>::get()->stop();
   // 2. Application end list.
   Service<Event::EventService>::get()->applicationEnd.fire();
   // 3. Player stopped.  4. Render front workers stopped.
+  Service<Render::RenderService>::get()->stop();
   // 5. Releases, in reverse order of creation.
   subscriptions_.clear();
+  Service<Render::RenderService>::release();
   projectOpener_.reset();
   // The undo service lets go of the edit service's sections before that goes.
   Service<Undo::UndoService>::get()->detach();
   Service<Edit::EditService>::release();
   Service<Undo::UndoService>::release();
   Service<Effect::EffectService>::release();
+  Service<Cache::CacheInstance>::release();
   Service<Plugin::InputService>::release();
   platform_.destroyMainWindow();
   Worker::WorkerThread::setExceptionReporter(nullptr);

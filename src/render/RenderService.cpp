@@ -1,0 +1,46 @@
+#include "render/RenderService.h"
+
+#include "cache/CacheInstance.h"
+#include "edit/EditService.h"
+#include "media/GraphicsService.h"
+#include "render/RenderVideoWorker.h"
+#include "setting/SettingService.h"
+#include "system/Exception.h"
+
+namespace Render {
+
+namespace {
+
+template <class T>
+T& requireService(const char* name) {
+  T* service = System::Singleton<T>::get();
+  if (!service) throw System::NoteException("Render::RenderService::RenderService", "service not started.", name);
+  return *service;
+}
+
+}  // namespace
+
+RenderService::RenderService() : cache_(System::Singleton<Cache::CacheInstance>::get()) {
+  video_ = std::make_unique<RenderVideoWorker>(
+      requireService<Media::GraphicsService>("Media::GraphicsService").device(),
+      requireService<Edit::EditService>("Edit::EditService"),
+      VideoWorkerSettings::read(requireService<Setting::SettingService>("Setting::SettingService")));
+  if (cache_) {
+    RenderVideoWorker* video = video_.get();
+    video_->setFrameBeginHook([cache = cache_] { cache->beginFrame(); });
+    cache_->setSceneImageRenderer([video](const std::shared_ptr<Edit::Scene>& scene, std::int32_t frame,
+                                          std::function<void(std::shared_ptr<Media::ImageBuffer>)> deliver) {
+      video->renderSceneImage(scene, frame, std::move(deliver));
+    });
+  }
+}
+
+RenderService::~RenderService() {
+  stop();
+  // The cache outlives the render front.
+  if (cache_) cache_->setSceneImageRenderer(nullptr);
+}
+
+void RenderService::stop() { video_->stop(); }
+
+}  // namespace Render
