@@ -223,7 +223,28 @@ void CacheInstance::preloadVideoImage(const std::wstring& name, std::int32_t tra
   std::shared_ptr<Plugin::InputFile> file = openFile(source, true);
   if (!file) return;
   ImageCacheKey key{source, file->timeToFrame(seconds)};
-  image_.preload(key, frameLoader(std::move(file), key));
+  image_.preload(key, frameLoader(file, key));
+  readAhead(file, key);
+}
+
+void CacheInstance::readAhead(const std::shared_ptr<Plugin::InputFile>& file, const ImageCacheKey& asked) {
+  std::int32_t step = 0;
+  {
+    std::lock_guard lock(readAheadMutex_);
+    // Files come and go with the project; the memory of them is only a hint.
+    if (lastPreloadedFrame_.size() > 1024) lastPreloadedFrame_.clear();
+    const auto [last, first] = lastPreloadedFrame_.try_emplace(asked.name, asked.frame);
+    if (first) return;
+    step = asked.frame - last->second;
+    last->second = asked.frame;
+  }
+  if (step < 1 || step > kReadAheadFrames) return;
+  for (std::int32_t ahead = 1; ahead <= kReadAheadFrames; ++ahead) {
+    const std::int32_t frame = asked.frame + step * ahead;
+    if (frame >= file->frameCount || image_.pending() >= kQueueBound / 2) return;
+    const ImageCacheKey key{asked.name, frame};
+    image_.preload(key, frameLoader(file, key));
+  }
 }
 
 std::shared_ptr<Media::ImageBuffer> CacheInstance::getImageFile(const std::wstring& path) {

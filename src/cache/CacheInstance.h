@@ -51,6 +51,8 @@ class CacheInstance {
   static constexpr const char* kClassName = "Cache::CacheInstance";
   // Loads that may wait for each cache's worker.
   static constexpr std::int32_t kQueueBound = 16;
+  // How many frames a file that is played forward is read ahead of its request.
+  static constexpr std::int32_t kReadAheadFrames = 3;
   // Blocks of scene sound kept past a limit too small to list them (see below).
   static constexpr std::size_t kHeldSceneBlocks = 8;
 
@@ -118,7 +120,10 @@ class CacheInstance {
   // Empty when there is nothing to show. A track above 50 throws "invalid track index".
   std::shared_ptr<Media::ImageBuffer> getVideoImage(const std::wstring& name, std::int32_t track, double seconds);
   // The same ahead of need. A scene renders here, on the calling thread, which must
-  // therefore ask before the image is drawn.
+  // therefore ask before the image is drawn. A file asked for a frame a few frames after
+  // the one asked for last is being played: the next kReadAheadFrames frames at that
+  // pace are read as well, while the loader has room, so that they are decoded before
+  // their request comes and asking ahead never waits for a full queue.
   void preloadVideoImage(const std::wstring& name, std::int32_t track, double seconds);
   // A still image, as frame 0.
   std::shared_ptr<Media::ImageBuffer> getImageFile(const std::wstring& path);
@@ -154,6 +159,7 @@ class CacheInstance {
   Media::ResourceConvert* resourceConvert() const;
 
   ImageCache::Loader frameLoader(std::shared_ptr<Plugin::InputFile> file, ImageCacheKey key);
+  void readAhead(const std::shared_ptr<Plugin::InputFile>& file, const ImageCacheKey& asked);
   // Opens the picture on the worker too: a still image is not kept open, so opening it is
   // part of the load, and a hit never touches the file.
   ImageCache::Loader imageFileLoader(ImageCacheKey key);
@@ -179,6 +185,9 @@ class CacheInstance {
   AudioCache audio_{kQueueBound};
   ImageCache image_{kQueueBound};
   VramCache vram_{kQueueBound};
+  // The frame each file was last asked ahead for, to tell playing from jumping.
+  std::mutex readAheadMutex_;
+  std::unordered_map<std::wstring, std::int32_t> lastPreloadedFrame_;
   std::atomic<std::uint64_t> runningVramBytes_{0};
   std::atomic<std::uint64_t> lastFrameVramBytes_{0};
 

@@ -153,6 +153,12 @@ class PreLoadCache {
     }
   }
 
+  // How many loads are under way or promised.
+  std::size_t pending() const {
+    std::lock_guard lock(mutex_);
+    return tasks_.size();
+  }
+
   // Whether the key is listed or under way; moves nothing.
   bool holds(const Key& key) const {
     std::lock_guard lock(mutex_);

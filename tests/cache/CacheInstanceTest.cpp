@@ -196,6 +196,25 @@ TEST_F(CacheInstanceTest, ObjectsShowingOneFrameCauseOneRead) {
   EXPECT_EQ(reads(kClip + L"#30"), 1);
 }
 
+TEST_F(CacheInstanceTest, AFilePlayedForwardIsReadAheadAndAJumpIsNot) {
+  make(768);
+  // Frames 10 and 12: played at double pace, so 14, 16 and 18 come next.
+  cache_->preloadVideoImage(kClip, 0, 10 / 30.0);
+  cache_->preloadVideoImage(kClip, 0, 12 / 30.0);
+  cache_->imageCache().wait();
+  for (const wchar_t* frame : {L"#14", L"#16", L"#18"}) EXPECT_EQ(reads(kClip + frame), 1) << frame;
+  EXPECT_EQ(reads(kClip + L"#13"), 0);
+  EXPECT_EQ(reads(kClip + L"#20"), 0);
+
+  // A jump is a new start, and reading ahead stops at the end of the file.
+  cache_->preloadVideoImage(kClip, 0, 40 / 30.0);
+  cache_->preloadVideoImage(kClip, 0, 58 / 30.0);
+  cache_->preloadVideoImage(kClip, 0, 59 / 30.0);
+  cache_->imageCache().wait();
+  EXPECT_EQ(reads(kClip + L"#41"), 0);
+  EXPECT_EQ(reads(kClip + L"#60"), 0);
+}
+
 TEST_F(CacheInstanceTest, WithoutAnImageCacheImagesStillArriveAndFailuresGiveNothing) {
   make(0);
   EXPECT_TRUE(cache_->getVideoImage(kClip, 0, 0.0));
