@@ -1,5 +1,16 @@
-# Sound on the CPU: planar float buffers and the one-second blocks readers hand over.
+# Sound on the CPU: planar float buffers, the one-second blocks readers hand over, their
+# conversions to and from interleaved bytes, and the waveform the timeline draws.
 target_sources(sorvel_media PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/audio/AudioBlockBuffer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/audio/AudioBuffer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/audio/WaveformBuffer.cpp
 )
+# The sample loops clamp and take minima with float comparisons. Under the default
+# -ftrapping-math a comparison may raise an exception flag, so GCC keeps each one behind
+# a branch and vectorises none of them. Nothing in the program reads those flags, and
+# the results do not change.
+set_source_files_properties(
+  ${CMAKE_CURRENT_LIST_DIR}/audio/AudioBlockBuffer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/audio/AudioBuffer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/audio/WaveformBuffer.cpp
+  PROPERTIES COMPILE_OPTIONS -fno-trapping-math)

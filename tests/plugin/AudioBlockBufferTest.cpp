@@ -64,6 +64,26 @@ TEST(AudioBlockBuffer, FloatSamplesStayAsTheyAreAndMonoStaysMono) {
   EXPECT_EQ(mono.channelData(1)[1], -3.0f);
 }
 
+// Eleven frames: a whole group of eight, read together, and three read one by one.
+TEST(AudioBlockBuffer, FramesInAGroupOfEightAndAfterItLandInTheirPlaces) {
+  for (const std::uint32_t bits : {16u, 24u}) {
+    for (const std::uint32_t channels : {1u, 2u}) {
+      std::string bytes;
+      for (std::int32_t i = 0; i < 11 * static_cast<std::int32_t>(channels); ++i) {
+        bytes += le32(static_cast<std::uint32_t>((i * 1000 - 7000) * (bits == 24 ? 256 : 1))).substr(0, bits / 8);
+      }
+      const AudioBlockBuffer read = block(bytes, SampleFormat::Pcm, bits, channels);
+      ASSERT_EQ(read.sampleCount(), 11u);
+      for (std::uint32_t i = 0; i < 11; ++i) {
+        const float first = static_cast<float>(static_cast<std::int32_t>(i * channels) * 1000 - 7000) / 32768.0f;
+        const float second = channels == 2 ? first + 1000.0f / 32768.0f : first;
+        EXPECT_EQ(read.channelData(0)[i], first) << bits << " bits, " << channels << " channels, frame " << i;
+        EXPECT_EQ(read.channelData(1)[i], second) << bits << " bits, " << channels << " channels, frame " << i;
+      }
+    }
+  }
+}
+
 TEST(AudioBlockBuffer, FormsOutsideTheTableGiveAnEmptyStereoBlockAndAWarning) {
   const std::string bytes(24, '\x10');
   for (const auto& [format, bits, channels] : {std::tuple{SampleFormat::Pcm, 8u, 1u}, {SampleFormat::Pcm, 32u, 2u},

@@ -6,12 +6,11 @@
 #include <span>
 
 #include "media/audio/AudioBuffer.h"
+#include "media/audio/SampleFormat.h"
 
 namespace Media {
 
-enum class SampleFormat : std::uint32_t { Pcm = 1, Float = 3 };
-
-// The raw input of a block: interleaved samples as they lie in a file.
+// The raw input of a block: interleaved little-endian samples as they lie in a file.
 struct AudioSampleData {
   std::span<const std::byte> bytes;
   SampleFormat sampleFormat = SampleFormat::Pcm;
@@ -23,8 +22,9 @@ struct AudioSampleData {
 class AudioBlockBuffer : public AudioBuffer {
  public:
   // 32-bit float stays as it is (mono float stays mono); 16- and 24-bit integers are
-  // scaled to 1.0 full scale, and mono integers become stereo. Any other combination
-  // logs a warning and gives an empty stereo block.
+  // scaled to 1.0 full scale (−32768 and 0x800000 become −1.0 exactly), and mono
+  // integers become stereo. Any other combination logs a warning and gives an empty
+  // stereo block. The bytes are only read during the call.
   explicit AudioBlockBuffer(const AudioSampleData& data);
 };
 

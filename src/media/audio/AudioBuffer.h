@@ -11,6 +11,8 @@
 
 namespace Media {
 
+struct RawAudioBuffer;
+
 class AudioBuffer {
  public:
   AudioBuffer() = default;
@@ -19,7 +21,25 @@ class AudioBuffer {
   // Sizes the channels; a channel count other than 2 keeps one channel. Samples are not
   // cleared.
   void allocate(std::uint32_t sampleCount, std::uint32_t channels);
+  // Zeroes both channels, padding included.
   void clear() noexcept;
+  // Zeroes from sample `offset` to the end; nothing when offset ≥ sampleCount.
+  void clearFrom(std::uint32_t offset) noexcept;
+  // A buffer of the same size and channels holding a copy of the samples.
+  AudioBuffer clone() const;
+
+  // Copies samples srcStart .. srcEnd − 1 of both channels of `src` to `dstOffset`, as far
+  // as this buffer and `src` reach, and returns dstOffset + the count copied. A mono
+  // buffer takes the first channel of a stereo source. `src` may be this buffer.
+  std::uint32_t copyFrom(std::uint32_t dstOffset, const AudioBuffer& src, std::uint32_t srcStart,
+                         std::uint32_t srcEnd) noexcept;
+
+  // Interleaves into `raw` in the form its caller set: stereo PCM 16 (× 32768, rounded to
+  // nearest, ties to even, clamped), stereo float, or mono float as left + right (so a
+  // mono buffer comes out at twice its level). Sets raw.sampleCount, raw.blockBytes and
+  // the bytes. Any other form throws System::NoteException "audio format not supported.";
+  // an allocation failure propagates. `raw` is left as it was on a throw of the first kind.
+  void convertTo(RawAudioBuffer& raw) const;
 
   std::uint32_t channels() const noexcept { return channels_; }
   std::uint32_t sampleCount() const noexcept { return sampleCount_; }
@@ -36,6 +56,7 @@ class AudioBuffer {
   };
   using Channel = std::unique_ptr<float[], AlignedDelete>;
   static Channel makeChannel(std::uint32_t sampleCount);
+  std::size_t paddedCount() const noexcept;
 
   Channel left_;
   Channel right_;
