@@ -13,7 +13,7 @@ namespace {
 
 std::atomic<std::uint64_t> nextInstanceId{1};
 
-[[noreturn]] void notImplemented(const char* place) { throw System::NoteException(place, "not implement."); }
+[[noreturn]] void notImplemented(const char* place) { throw NotImplemented(place); }
 
 void appendLine(std::string& text, std::string_view key, std::string_view value) {
   text.append(key);
@@ -48,7 +48,7 @@ std::unique_ptr<Media::ResourceBuffer> EffectBase::inputVideo(Render::ObjectCont
 void EffectBase::prepareVideo(Render::ObjectContext& /*context*/) {}
 
 void EffectBase::outputVideo(Render::ObjectContext& /*context*/, Media::RenderBuffer& /*target*/,
-                             std::unique_ptr<Media::ResourceBuffer> /*image*/) {
+                             Media::ResourceBuffer& /*image*/) {
   notImplemented("Effect::EffectBase::outputVideo");
 }
 
@@ -87,6 +87,8 @@ std::wstring EffectBase::getDisplayName() const { return Translate::translate("E
 std::int32_t EffectBase::getMediaFlag(std::int32_t /*query*/) const { return 0; }
 
 std::int32_t EffectBase::getLayerRange() const { notImplemented("Effect::EffectBase::getLayerRange"); }
+
+const std::array<float, 16>* EffectBase::storedMatrix() const { return nullptr; }
 
 std::shared_ptr<Media::WaveformBuffer> EffectBase::getWaveform() const { return nullptr; }
 

@@ -4,6 +4,7 @@
 // edited on the main thread under the edit lock; the render threads work on copies.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -13,6 +14,7 @@
 #include "effect/EffectInfo.h"
 #include "effect/ItemEvent.h"
 #include "effect/item/EffectItem.h"
+#include "system/Exception.h"
 #include "system/IniFile.h"
 
 namespace Anchor {
@@ -30,6 +32,13 @@ struct ObjectView;
 }  // namespace Render
 
 namespace Effect {
+
+// What the base's drawing and sound operations throw for an effect that has not built
+// them: the walk leaves such an object out instead of failing the frame.
+class NotImplemented : public System::NoteException {
+ public:
+  explicit NotImplemented(const char* place) : NoteException(place, "not implement.") {}
+};
 
 class EffectBase {
  public:
@@ -65,8 +74,8 @@ class EffectBase {
   // and does nothing where doing nothing is right.
   virtual std::unique_ptr<Media::ResourceBuffer> inputVideo(Render::ObjectContext& context);
   virtual void prepareVideo(Render::ObjectContext& context);
-  virtual void outputVideo(Render::ObjectContext& context, Media::RenderBuffer& target,
-                           std::unique_ptr<Media::ResourceBuffer> image);
+  // The image stays the caller's: it becomes the last image once drawn.
+  virtual void outputVideo(Render::ObjectContext& context, Media::RenderBuffer& target, Media::ResourceBuffer& image);
   virtual void drawAnchor(Render::ObjectContext& context, std::int32_t width, std::int32_t height);
   // Fills the object's view record: where and how the object lands on the frame.
   virtual void getOutputView(Render::ObjectContext& context, Render::ObjectView& view);
@@ -86,6 +95,10 @@ class EffectBase {
   virtual std::int32_t getMediaFlag(std::int32_t query) const;
   // How many layers a control effect governs (0: all); throws for other effects.
   virtual std::int32_t getLayerRange() const;
+  // What a group or camera control stored for the objects it governs, rows multiplied on
+  // the left (the world matrix of a group, the view-projection of a camera); null for
+  // other effects and before the control has run this frame.
+  virtual const std::array<float, 16>* storedMatrix() const;
   virtual std::shared_ptr<Media::WaveformBuffer> getWaveform() const;
   virtual std::int32_t getWaveformPosition(Render::ObjectContext& context) const;
   virtual bool anchorEvent(const Anchor::AnchorEvent& event);

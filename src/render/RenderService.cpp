@@ -25,6 +25,7 @@ RenderService::RenderService() : cache_(System::Singleton<Cache::CacheInstance>:
       requireService<Media::GraphicsService>("Media::GraphicsService").device(),
       requireService<Edit::EditService>("Edit::EditService"),
       VideoWorkerSettings::read(requireService<Setting::SettingService>("Setting::SettingService")));
+  video_->setFramePasses(System::Singleton<Media::GraphicsService>::get()->framePasses());
   if (cache_) {
     RenderVideoWorker* video = video_.get();
     video_->setFrameBeginHook([cache = cache_] { cache->beginFrame(); });

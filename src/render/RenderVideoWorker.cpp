@@ -6,15 +6,19 @@
 #include <utility>
 
 #include "edit/EditService.h"
+#include "edit/Object.h"
 #include "edit/Scene.h"
 #include "edit/SceneReader.h"
+#include "effect/EffectBase.h"
 #include "media/GraphicsDevice.h"
 #include "media/ResourceBuffer.h"
 #include "media/image/ImageBuffer.h"
+#include "render/RenderSection.h"
 #include "render/ResourceCache.h"
 #include "setting/SettingService.h"
 #include "system/Log.h"
 #include "system/MainIniFile.h"
+#include "system/Text.h"
 
 namespace Render {
 
@@ -120,7 +124,11 @@ void RenderVideoWorker::renderSection(const SectionArguments& arguments) {
   });
   const ActiveScene active(*this, sceneKey(arguments.scene.id, arguments.subRender));
   if (!active.entered()) return;
-  if (layerWalk_) layerWalk_(*this, arguments);
+  if (layerWalk_) {
+    layerWalk_(*this, arguments);
+  } else {
+    RenderSection walk(*this, arguments);
+  }
   postObjectTask([this] { lastImage_.reset(); });
 }
 
@@ -144,6 +152,16 @@ std::shared_ptr<RenderVideoWorker::RenderingBuffer> RenderVideoWorker::renderLay
   keepAliveUntilDrawn(std::make_shared<std::pair<std::shared_ptr<RenderingBuffer>, std::shared_ptr<ResourceCache>>>(
       buffer, std::move(cache)));
   return buffer;
+}
+
+void RenderVideoWorker::reportLeftOut(const Edit::Object& object, const std::exception& missing) {
+  const std::string name = System::Text::toUtf8(object.effects.front()->name());
+  {
+    std::lock_guard lock(leftOutMutex_);
+    if (!leftOut_.insert(name + '\n' + missing.what()).second) return;
+  }
+  System::Log::warn("Render::RenderWorkerBase::RenderSection", "object left out: [%s] on layer %d does not draw yet (%s)",
+                    name.c_str(), object.layer + 1, missing.what());
 }
 
 void RenderVideoWorker::postObjectTask(std::function<void()> work) {

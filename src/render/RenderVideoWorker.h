@@ -13,6 +13,9 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <set>
+#include <string>
 
 #include "anchor/AnchorList.h"
 #include "media/RenderBuffer.h"
@@ -24,9 +27,11 @@
 
 namespace Edit {
 class EditService;
+class Object;
 class Scene;
 }  // namespace Edit
 namespace Media {
+class FramePasses;
 class GraphicsDevice;
 class ImageBuffer;
 class ResourceBuffer;
@@ -117,7 +122,11 @@ class RenderVideoWorker : public RenderWorkerBase {
   std::shared_ptr<RenderingBuffer> renderLayers(const Edit::Scene& scene, std::int32_t frame, std::uint32_t frameOffset,
                                                 std::int32_t lastLayer);
 
+  // Replaces the walk over the layers, for measuring and testing the scheduling alone.
   void setLayerWalk(LayerWalk walk) { layerWalk_ = std::move(walk); }
+  // The shared frame passes, which clipping composes with; none leaves clips undrawn.
+  void setFramePasses(Media::FramePasses* passes) noexcept { framePasses_ = passes; }
+  Media::FramePasses* framePasses() const noexcept { return framePasses_; }
   // Called on the render thread as each top-level frame begins, before the walk: the
   // media caches roll their per-frame counters here.
   void setFrameBeginHook(std::function<void()> hook) { frameBeginHook_ = std::move(hook); }
@@ -145,6 +154,10 @@ class RenderVideoWorker : public RenderWorkerBase {
   bool visibleClippingObject() const noexcept { return visibleClippingObject_ != 0; }
   bool cameraFreeView() const noexcept { return cameraFreeView_ != 0; }
 
+  // An object whose effects cannot draw yet is left out of the frame, which goes on: the
+  // gap is logged as a warning, once for each effect and operation.
+  void reportLeftOut(const Edit::Object& object, const std::exception& missing);
+
  private:
   void renderFrame(std::int32_t mode, std::int32_t frame, const FrameCallback& callback);
   // The start and the end of a walk around the layer walk: the target sized to the
@@ -171,6 +184,9 @@ class RenderVideoWorker : public RenderWorkerBase {
   std::array<float, 4> clippingMaskColour_;
   Anchor::AnchorList guides_;
   LayerWalk layerWalk_;
+  Media::FramePasses* framePasses_ = nullptr;
+  std::mutex leftOutMutex_;
+  std::set<std::string> leftOut_;
   std::function<void()> frameBeginHook_;
   std::shared_ptr<RenderingBuffer> spareBuffer_;
   std::atomic<bool> stopping_{false};

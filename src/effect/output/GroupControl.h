@@ -14,6 +14,10 @@ class GroupControl final : public EffectInstance<GroupControl> {
 
   std::int32_t getLayerRange() const override;
 
+  // The layer of the group in force where this one stands, or -1: the walk writes it on
+  // reaching the control, and the chains of the objects it governs follow it outward.
+  std::int32_t parentLayer = -1;
+
  private:
   const EffectItemLayerRange& layerRange_;
 };
