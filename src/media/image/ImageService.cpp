@@ -43,7 +43,8 @@ void ImageService::saveToFile(const std::wstring& path, ImageContainer container
                               const ImageWriteOptions& options) {
   constexpr const char* kPlace = "Media::ImageService::saveToFile";
   const Format format = image.format();
-  if (format != Format::Rgba8Unorm && format != Format::Bgra8Unorm && format != Format::Bgrx8Unorm) {
+  const bool sixteenBits = format == Format::Rgba16Unorm && container == ImageContainer::Png;
+  if (format != Format::Rgba8Unorm && format != Format::Bgra8Unorm && format != Format::Bgrx8Unorm && !sixteenBits) {
     throw System::NoteException(kPlace, "image format not supported.", L"format %d", static_cast<int>(format));
   }
   codec_->write(path, container, image, options, kPlace);

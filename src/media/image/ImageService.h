@@ -33,8 +33,8 @@ class ImageService {
   bool canLoadFile(const std::wstring& path, Format& format, std::uint32_t& width, std::uint32_t& height);
   // The first frame of the file as a new image of format 28, straight alpha.
   std::shared_ptr<ImageBuffer> loadFromFile(const std::wstring& path);
-  // Writes one frame of `image` (format 28, 87 or 88; other formats throw "image
-  // format not supported.").
+  // Writes one frame of `image` (format 28, 87 or 88, and 11 into a PNG; other formats
+  // throw "image format not supported."), replacing the file whole or not at all.
   void saveToFile(const std::wstring& path, ImageContainer container, const ImageBuffer& image,
                   const ImageWriteOptions& options);
   // A JPEG without alpha, `quality` from 0 to 100.

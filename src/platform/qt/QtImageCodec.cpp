@@ -1,5 +1,6 @@
 #include "platform/qt/QtImageCodec.h"
 
+#include <QBuffer>
 #include <QImage>
 #include <QImageReader>
 #include <QImageWriter>
@@ -9,6 +10,7 @@
 
 #include "media/image/ImageBuffer.h"
 #include "system/Exception.h"
+#include "system/ReplacingFile.h"
 
 namespace Platform {
 
@@ -33,6 +35,8 @@ QImage::Format qtFormat(Media::Format format, bool premultiplied) {
     case Media::Format::Bgra8Unorm:
       // Bytes B, G, R, A are a 32-bit ARGB word on a little-endian machine.
       return premultiplied ? QImage::Format_ARGB32_Premultiplied : QImage::Format_ARGB32;
+    case Media::Format::Rgba16Unorm:
+      return premultiplied ? QImage::Format_RGBA64_Premultiplied : QImage::Format_RGBA64;
     default:
       return QImage::Format_RGB32;
   }
@@ -78,11 +82,18 @@ class QtImageCodec : public Media::ImageCodec {
                       static_cast<int>(image.height()), static_cast<qsizetype>(image.pitch()),
                       qtFormat(image.format(), options.premultiplied));
     const bool jpeg = container == Media::ImageContainer::Jpeg;
-    QImageWriter writer(toQString(path), jpeg ? QByteArrayLiteral("jpeg") : QByteArrayLiteral("png"));
+    // Encoded in memory first, so that the file is replaced whole or not at all.
+    QByteArray encoded;
+    QBuffer buffer(&encoded);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, jpeg ? QByteArrayLiteral("jpeg") : QByteArrayLiteral("png"));
     if (options.quality) writer.setQuality(qRound(*options.quality * 100.0f));
     if (!writer.write(jpeg ? view.convertToFormat(QImage::Format_RGB32) : view)) {
       throw System::NoteException(place, "QImageWriter::write", note(writer.errorString(), path));
     }
+    System::ReplacingFile file(path);
+    file.file().write(encoded.constData(), static_cast<std::size_t>(encoded.size()));
+    file.commit();
   }
 };
 
