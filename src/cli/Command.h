@@ -30,5 +30,6 @@ std::wstring absolutePath(const std::string& path);
 extern const Command kInfoCommand;
 extern const Command kConvertCommand;
 extern const Command kProbeCommand;
+extern const Command kRenderCommand;
 
 }  // namespace Cli

@@ -34,10 +34,18 @@ struct ObjectView;
 namespace Effect {
 
 // What the base's drawing and sound operations throw for an effect that has not built
-// them: the walk leaves such an object out instead of failing the frame.
-class NotImplemented : public System::NoteException {
+// them: the walk leaves such an object out, and says so once, instead of failing the
+// frame; so unlike other exceptions it logs nothing itself.
+class NotImplemented : public System::Exception {
  public:
-  explicit NotImplemented(const char* place) : NoteException(place, "not implement.") {}
+  explicit NotImplemented(const char* place) : place_(place) {
+    setText(std::string("not implement.\n\n[Place]\n") + place + "()");
+  }
+  // The operation that is missing, as "Effect::EffectBase::inputVideo".
+  const std::string& place() const noexcept { return place_; }
+
+ private:
+  std::string place_;
 };
 
 class EffectBase {

@@ -154,14 +154,14 @@ std::shared_ptr<RenderVideoWorker::RenderingBuffer> RenderVideoWorker::renderLay
   return buffer;
 }
 
-void RenderVideoWorker::reportLeftOut(const Edit::Object& object, const std::exception& missing) {
+void RenderVideoWorker::reportLeftOut(const Edit::Object& object, const Effect::NotImplemented& missing) {
   const std::string name = System::Text::toUtf8(object.effects.front()->name());
   {
     std::lock_guard lock(leftOutMutex_);
-    if (!leftOut_.insert(name + '\n' + missing.what()).second) return;
+    if (!leftOut_.insert(name + '\n' + missing.place()).second) return;
   }
-  System::Log::warn("Render::RenderWorkerBase::RenderSection", "object left out: [%s] on layer %d does not draw yet (%s)",
-                    name.c_str(), object.layer + 1, missing.what());
+  System::Log::warn("Render::RenderWorkerBase::RenderSection", "object left out: [%s] on layer %d: %s is not built yet",
+                    name.c_str(), object.layer + 1, missing.place().c_str());
 }
 
 void RenderVideoWorker::postObjectTask(std::function<void()> work) {

@@ -30,6 +30,9 @@ class EditService;
 class Object;
 class Scene;
 }  // namespace Edit
+namespace Effect {
+class NotImplemented;
+}
 namespace Media {
 class FramePasses;
 class GraphicsDevice;
@@ -156,7 +159,7 @@ class RenderVideoWorker : public RenderWorkerBase {
 
   // An object whose effects cannot draw yet is left out of the frame, which goes on: the
   // gap is logged as a warning, once for each effect and operation.
-  void reportLeftOut(const Edit::Object& object, const std::exception& missing);
+  void reportLeftOut(const Edit::Object& object, const Effect::NotImplemented& missing);
 
  private:
   void renderFrame(std::int32_t mode, std::int32_t frame, const FrameCallback& callback);

@@ -34,7 +34,7 @@ TEST(CliCommands, HelpAndBadCommandLines) {
     EXPECT_TRUE(result.err.empty());
   }
   for (const auto& arguments : std::vector<std::vector<std::string>>{
-           {}, {"render"}, {"info"}, {"info", "a", "b"}, {"convert", "a"}, {"help", "render"}}) {
+           {}, {"frobnicate"}, {"info"}, {"info", "a", "b"}, {"convert", "a"}, {"help", "frobnicate"}}) {
     const Outcome result = run(arguments);
     EXPECT_EQ(result.status, Cli::kUnreadable);
     EXPECT_EQ(lineCount(result.err), 1) << result.err;
