@@ -1,6 +1,8 @@
 # Sound on the CPU: planar float buffers, the one-second blocks readers hand over, their
-# conversions to and from interleaved bytes, and the waveform the timeline draws.
+# conversions to and from interleaved bytes, the waveform the timeline draws, and the
+# frequency analyses of scripts and the waveform effect.
 target_sources(sorvel_media PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/audio/AudioAnalysis.cpp
   ${CMAKE_CURRENT_LIST_DIR}/audio/AudioBlockBuffer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/audio/AudioBuffer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/audio/WaveformBuffer.cpp
@@ -10,6 +12,7 @@ target_sources(sorvel_media PRIVATE
 # a branch and vectorises none of them. Nothing in the program reads those flags, and
 # the results do not change.
 set_source_files_properties(
+  ${CMAKE_CURRENT_LIST_DIR}/audio/AudioAnalysis.cpp
   ${CMAKE_CURRENT_LIST_DIR}/audio/AudioBlockBuffer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/audio/AudioBuffer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/audio/WaveformBuffer.cpp

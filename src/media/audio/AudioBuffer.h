@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace Media {
 
@@ -40,6 +41,21 @@ class AudioBuffer {
   // the bytes. Any other form throws System::NoteException "audio format not supported.";
   // an allocation failure propagates. `raw` is left as it was on a throw of the first kind.
   void convertTo(RawAudioBuffer& raw) const;
+
+  // The frequency analyses behind obj.getaudio and the waveform effect. Both cut each
+  // channel into frames of 2048 samples from its start, the last frame running on round
+  // the start again, and take an unwindowed 2048-point FFT of each; bin n is
+  // n × rate / 2048 Hz, and only bins 0 .. 1023 are used. Any thread may call them. An
+  // empty buffer gives zeros; an allocation failure propagates.
+
+  // The loudness of min(bandCount, 1024) bands, low to high, each in 0 .. 32767: the
+  // channels' bins gathered into 512 bands, on a scale logarithmic below and widening
+  // faster towards the top, peak over every frame of both channels, then smoothed and
+  // resampled to the count asked for. bandCount 0 gives an empty vector.
+  std::vector<float> spectrum(std::uint32_t bandCount) const;
+  // 1024 magnitudes, bin by bin, × 48 and clamped to 32767, of the last frame of the
+  // channels summed to mono by convertTo (so a mono buffer counts twice).
+  std::vector<float> fourier() const;
 
   std::uint32_t channels() const noexcept { return channels_; }
   std::uint32_t sampleCount() const noexcept { return sampleCount_; }
