@@ -1,5 +1,6 @@
 target_sources(sorvel_effect PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/AudioOutput.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/BasicOutput.cpp
   ${CMAKE_CURRENT_LIST_DIR}/CameraControl.cpp
   ${CMAKE_CURRENT_LIST_DIR}/CameraLight.cpp
   ${CMAKE_CURRENT_LIST_DIR}/CameraLightAmbient.cpp
@@ -9,6 +10,7 @@ target_sources(sorvel_effect PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GroupControl.cpp
   ${CMAKE_CURRENT_LIST_DIR}/MaterialSetting.cpp
   ${CMAKE_CURRENT_LIST_DIR}/MovieOutput.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/OutputShaderEffect.cpp
   ${CMAKE_CURRENT_LIST_DIR}/PartEffect.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ParticleOutput.cpp
   ${CMAKE_CURRENT_LIST_DIR}/SimpleOutput.cpp
