@@ -44,6 +44,8 @@ class ResourceBuffer {
   ResourceBuffer(const ResourceBuffer&) = delete;
   ResourceBuffer& operator=(const ResourceBuffer&) = delete;
 
+  // The device the buffer belongs to, for those that make buffers beside it.
+  GraphicsDevice& device() const noexcept { return *device_; }
   std::uint32_t width() const noexcept { return width_; }
   std::uint32_t height() const noexcept { return height_; }
   Format format() const noexcept { return format_; }
