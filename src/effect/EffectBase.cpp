@@ -88,7 +88,9 @@ std::int32_t EffectBase::getMediaFlag(std::int32_t /*query*/) const { return 0; 
 
 std::int32_t EffectBase::getLayerRange() const { notImplemented("Effect::EffectBase::getLayerRange"); }
 
-const std::array<float, 16>* EffectBase::storedMatrix() const { return nullptr; }
+const std::array<float, 16>* EffectBase::storedWorld() const { return nullptr; }
+
+const std::array<float, 16>* EffectBase::storedViewProjection() const { return nullptr; }
 
 std::shared_ptr<Media::WaveformBuffer> EffectBase::getWaveform() const { return nullptr; }
 

@@ -104,9 +104,10 @@ class EffectBase {
   // How many layers a control effect governs (0: all); throws for other effects.
   virtual std::int32_t getLayerRange() const;
   // What a group or camera control stored for the objects it governs, rows multiplied on
-  // the left (the world matrix of a group, the view-projection of a camera); null for
-  // other effects and before the control has run this frame.
-  virtual const std::array<float, 16>* storedMatrix() const;
+  // the left: the world matrix of a group (a camera has none), and the view-projection
+  // of either. Null for other effects and before the control has run this frame.
+  virtual const std::array<float, 16>* storedWorld() const;
+  virtual const std::array<float, 16>* storedViewProjection() const;
   virtual std::shared_ptr<Media::WaveformBuffer> getWaveform() const;
   virtual std::int32_t getWaveformPosition(Render::ObjectContext& context) const;
   virtual bool anchorEvent(const Anchor::AnchorEvent& event);

@@ -366,14 +366,16 @@ double RenderSection::cameraDepth(PendingRecord& record) const {
   } catch (const Effect::NotImplemented&) {
     return 0.0;  // such an object is left out when it is drawn
   }
-  const std::array<float, 16>* groupMatrix = context.group ? context.group->effects.front()->storedMatrix() : nullptr;
-  const std::array<float, 16>* cameraMatrix = context.camera->effects.front()->storedMatrix();
+  const Effect::EffectBase* group = context.group ? context.group->effects.front().get() : nullptr;
+  const std::array<float, 16>* groupWorld = group ? group->storedWorld() : nullptr;
+  const std::array<float, 16>* groupProjection = group ? group->storedViewProjection() : nullptr;
+  const std::array<float, 16>* cameraProjection = context.camera->effects.front()->storedViewProjection();
   Matrix4 world = localMatrix(view);
-  if (groupMatrix) world = multiply(world, *groupMatrix);
+  if (groupWorld) world = multiply(world, *groupWorld);
   const Matrix4 viewProjection =
-      cameraMatrix  ? *cameraMatrix
-      : groupMatrix ? *groupMatrix
-                    : defaultProjection(static_cast<float>(scene_.width), static_cast<float>(scene_.height), view.x, view.y);
+      cameraProjection  ? *cameraProjection
+      : groupProjection ? *groupProjection
+                        : defaultProjection(static_cast<float>(scene_.width), static_cast<float>(scene_.height), view.x, view.y);
   const Vector4 point = transform({0.0f, 0.0f, 0.0f, 1.0f}, multiply(world, viewProjection));
   double depth = point[2];
   if (point[2] > 0.0f) depth /= point[3];

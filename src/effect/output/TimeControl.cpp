@@ -1,8 +1,13 @@
 #include "effect/output/TimeControl.h"
 
+#include <algorithm>
+
+#include "edit/Object.h"
 #include "effect/item/EffectItemInteger.h"
 #include "effect/item/EffectItemNumber.h"
 #include "effect/movement/BuiltinMovements.h"
+#include "effect/movement/ItemContext.h"
+#include "render/ObjectContext.h"
 
 namespace Effect {
 
@@ -24,9 +29,25 @@ const EffectInfo TimeControl::kInfo{L"時間制御(オブジェクト)", EffectT
 TimeControl::TimeControl()
     : EffectInstance(kInfo),
       position_(item<EffectItemNumber>(L"位置")),
+      repeat_(item<EffectItemInteger>(L"繰り返し")),
+      frameStep_(item<EffectItemInteger>(L"コマ落ち")),
       layerRange_(item<EffectItemLayerRange>(L"対象レイヤー数")) {}
 
 std::int32_t TimeControl::getLayerRange() const { return layerRange_.value(); }
+
+void TimeControl::prepareVideo(Render::ObjectContext& context) {
+  const Edit::Object& object = *context.object;
+  const std::int64_t length = std::int64_t{object.end} - object.start + 1;
+  std::int64_t relative = std::int64_t{context.frame} - object.start;
+  // コマ落ち holds each moment for that many frames; 繰り返し runs the curve that many
+  // times over the object's length.
+  const std::int64_t step = std::max(frameStep_.value(), 1);
+  relative -= relative % step;
+  const auto curveFrame = static_cast<std::int32_t>(object.start + relative * repeat_.value() % length);
+  const double position = position_.getValueAt(ItemContext::at(object, curveFrame));
+  context.exactFrame = position * 0.01 * (object.end - object.start) + object.start;
+  context.frame = static_cast<std::int32_t>(context.exactFrame);
+}
 
 void TimeControl::initialize() {
   // A fresh object has no section points: its start and its end.

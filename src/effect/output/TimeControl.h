@@ -6,6 +6,7 @@
 
 namespace Effect {
 
+class EffectItemInteger;
 class EffectItemLayerRange;
 class EffectItemNumber;
 
@@ -15,12 +16,16 @@ class TimeControl final : public EffectInstance<TimeControl> {
   TimeControl();
 
   std::int32_t getLayerRange() const override;
+  // On the walker: the frame and exact frame that the layers in its range show.
+  void prepareVideo(Render::ObjectContext& context) override;
   // 位置 runs straight from 0 to 100 percent, so a new time control plays its range
   // forward once, as if it were not there.
   void initialize() override;
 
  private:
   EffectItemNumber& position_;
+  const EffectItemInteger& repeat_;
+  const EffectItemInteger& frameStep_;
   const EffectItemLayerRange& layerRange_;
 };
 
