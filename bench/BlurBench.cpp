@@ -1,6 +1,6 @@
 // ぼかし on a 1920x1080 RGBA16F image at radii 4, 32 and 256, in mode 0 (the image
 // grows), by the pixel-shader form and the running-sum compute form each forced, and by
-// the form the summed radius chooses. Each iteration blurs a batch of fresh images on
+// the form the device chose by measuring (its crossing radius in the label). Each iteration blurs a batch of fresh images on
 // the GPU thread and waits for the GPU; the inputs are made before the clock starts, so
 // the time is the filter's: its passes and the new image of the grown size it hands on.
 // Reported as milliseconds a frame.
@@ -84,7 +84,12 @@ void blur(benchmark::State& state, std::int32_t radius, std::optional<BlurForm> 
     total += seconds;
   }
   state.counters["ms"] = total / static_cast<double>(state.iterations()) * 1e3;
-  if (!form) state.SetLabel(blurFormFor({radius, radius}) == BlurForm::Compute ? "compute" : "pixel");
+  if (!form) {
+    double crossing = 0.0;
+    b.device->run([&] { crossing = b.filter->boxBlurFor(*b.device).crossing(); });
+    state.SetLabel((blurFormFor({radius, radius}, crossing) == BlurForm::Compute ? "compute" : "pixel") +
+                   std::string(", crossing ") + std::to_string(static_cast<int>(crossing)));
+  }
 }
 
 void registerAll() {

@@ -86,8 +86,8 @@ TEST_F(BoxBlurGpuTest, ImagesSmallerThanTheRadius) {
   expectBlur(*blur, dot, 6, 0.0, BlurMode::KeepClamped, BlurForm::Compute);
 }
 
-// Past a summed radius of 200 the blur chooses the compute form by itself; both forms
-// must give the reference's pixels there too, the image far smaller than the window.
+// Both forms must give the reference's pixels at large radii too, the image far smaller
+// than the window, and so must the form the blur chooses by itself.
 TEST_F(BoxBlurGpuTest, BothFormsAgreeAtLargeRadii) {
   const PassImage image = testImage(23, 17, 2);
   for (const BlurMode mode : kModes) {

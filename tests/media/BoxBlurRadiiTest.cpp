@@ -25,10 +25,18 @@ TEST(BoxBlurRadiiTest, AspectShortensOneAxisByTruncation) {
   expectRadii(-3, 0.0, 0, 0);
 }
 
-TEST(BoxBlurRadiiTest, ComputeFormFromASummedRadiusOf200) {
-  EXPECT_EQ(blurFormFor({100, 99}), BlurForm::Pixel);
-  EXPECT_EQ(blurFormFor({100, 100}), BlurForm::Compute);
-  EXPECT_EQ(blurFormFor({200, 0}), BlurForm::Compute);
+TEST(BoxBlurRadiiTest, TheComputeFormTakesOverWhereTheDrawsGrowDearer) {
+  // Draw passes of 1 ms + 0.1 ms a radius against compute passes of 3 ms: four passes
+  // cross where 4 + 0.1 * sum = 12, at a summed radius of 80.
+  const double crossing = blurFormCrossing(1.4, 4, 4.2, 32, 3.0);
+  EXPECT_NEAR(crossing, 80.0, 1e-9);
+  EXPECT_EQ(blurFormFor({40, 39}, crossing), BlurForm::Pixel);
+  EXPECT_EQ(blurFormFor({40, 40}, crossing), BlurForm::Compute);
+  // Compute cheaper than a draw of radius 0: compute always; draws that do not grow
+  // dearer and are cheaper: draws always.
+  EXPECT_EQ(blurFormCrossing(2.0, 4, 3.0, 32, 1.0), 0.0);
+  EXPECT_EQ(blurFormFor({0, 1}, blurFormCrossing(1.0, 4, 1.0, 32, 2.0)), BlurForm::Pixel);
+  EXPECT_EQ(blurFormFor({5000, 5000}, blurFormCrossing(1.0, 4, 1.0, 32, 2.0)), BlurForm::Pixel);
 }
 
 }  // namespace

@@ -1,10 +1,11 @@
 // The one separable box blur of the program: ぼかし and every effect that borrows its
 // blur (glow, shadows, masks, wipes) come here through the ぼかし prototype. Each pass
 // averages 2r + 1 premultiplied pixels along one axis; a blur is four such passes, which
-// make a triangular kernel on each axis. Small radii run as full-frame draws that read
-// the whole window per pixel; from a summed radius of kComputeRadiusSum on, a compute
-// shader keeps a running sum along each row or column, so the cost stops growing with
-// the radius. Both forms give the same pixels within float rounding.
+// make a triangular kernel on each axis. A pass runs as a full-frame draw that reads the
+// whole window per pixel, whose cost grows with the radius, or as a compute shader that
+// keeps a running sum along each row or column, whose cost does not. Which is faster up
+// to which radius depends on the device, so it is measured at the first blur (see
+// crossing()). Both forms give the same pixels within float rounding.
 // GPU thread only. Shaders are made at their first use; intermediate images are kept
 // by size and format and reused, so a warm blur compiles and allocates nothing beyond
 // a result of a new size.
@@ -45,12 +46,18 @@ struct BlurRadii {
 // shortens y, a negative one x.
 BlurRadii blurRadii(std::int32_t radius, double aspect) noexcept;
 
-// Where the compute form takes over: the sum of both axes' radii.
-inline constexpr std::int32_t kComputeRadiusSum = 200;
-
-constexpr BlurForm blurFormFor(BlurRadii radii) noexcept {
-  return radii.x + radii.y >= kComputeRadiusSum ? BlurForm::Compute : BlurForm::Pixel;
+// The form for a blur of these radii on a device where the compute form is the faster
+// from a summed radius of `crossing` on.
+constexpr BlurForm blurFormFor(BlurRadii radii, double crossing) noexcept {
+  return radii.x + radii.y >= crossing ? BlurForm::Compute : BlurForm::Pixel;
 }
+
+// The summed radius from which the compute form wins, from the time of a draw pass at two
+// radii and of a compute pass: a draw pass costs about a + b * r, a compute pass about c
+// whatever r, and a blur is four passes whose radii sum to the blur's. A draw pass that
+// does not grow dearer with r never loses to a dearer compute pass.
+double blurFormCrossing(double pixelSmall, std::int32_t smallRadius, double pixelLarge, std::int32_t largeRadius,
+                        double compute) noexcept;
 
 // The length of a pass's result along its axis.
 constexpr std::uint32_t blurredLength(std::uint32_t length, std::int32_t radius, BlurMode mode) noexcept {
@@ -80,6 +87,10 @@ class BoxBlur {
   // Fixes the form whatever the radii, for comparing the two; none restores the choice
   // by the summed radius.
   void forceForm(std::optional<BlurForm> form) noexcept { forcedForm_ = form; }
+  // The summed radius from which this device blurs faster by compute: measured at the
+  // first call on a small scratch image (a few draw and compute passes, a few
+  // milliseconds even on a software renderer), then kept.
+  double crossing();
 
   // An image of this size and format from the kept ones, or a new one; its content is
   // whatever it held. Callers that want scratch images of their own share the store.
@@ -108,6 +119,7 @@ class BoxBlur {
 
   GraphicsDevice* device_;
   std::optional<BlurForm> forcedForm_;
+  std::optional<double> crossing_;
   std::array<std::unique_ptr<PixelShader>, 2> pixelShaders_;
   std::array<std::unique_ptr<ComputeShader>, 2> computeShaders_;
   std::array<std::unique_ptr<ConstantBufferCommon>, 4> constants_;
