@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+#include "effect/movement/ItemContext.h"
 #include "effect/movement/TimeInfo.h"
 
 namespace Anchor {
@@ -81,5 +82,15 @@ struct ObjectContext {
   bool firstClipObject = true;
   bool extendedColour = false;
 };
+
+// Where the items of the context's object are read: its moment, exact frame included,
+// and the piece of a divided object in work.
+inline Effect::ItemContext itemsAt(const ObjectContext& context) {
+  Effect::ItemContext items;
+  if (context.object) items = Effect::ItemContext::at(*context.object, context.frame);
+  items.exactFrame = context.exactFrame;
+  items.subIndex = context.divideIndex;
+  return items;
+}
 
 }  // namespace Render

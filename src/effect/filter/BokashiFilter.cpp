@@ -27,14 +27,6 @@ constexpr ItemRow kItems[] = {
 constexpr std::uint32_t kMeasureWidth = 1920;
 constexpr std::uint32_t kMeasureHeight = 1080;
 
-ItemContext itemsAt(const Render::ObjectContext& context) {
-  ItemContext items;
-  if (context.object) items = ItemContext::at(*context.object, context.frame);
-  items.exactFrame = context.exactFrame;
-  items.subIndex = context.divideIndex;
-  return items;
-}
-
 }  // namespace
 
 // What the prototype makes once and its instances share: the blur with its shaders and
@@ -99,7 +91,7 @@ std::unique_ptr<Media::ResourceBuffer> BokashiFilter::boxBlur(std::unique_ptr<Me
 
 std::unique_ptr<Media::ResourceBuffer> BokashiFilter::filterVideo(Render::ObjectContext& context,
                                                                   std::unique_ptr<Media::ResourceBuffer> image) {
-  const ItemContext items = itemsAt(context);
+  const ItemContext items = Render::itemsAt(context);
   Settings settings;
   settings.range = static_cast<std::int32_t>(std::lround(range_.getValueAt(items)));
   settings.aspect = aspect_.getValueAt(items) * 0.01;

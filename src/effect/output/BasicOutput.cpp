@@ -9,16 +9,6 @@
 
 namespace Effect {
 
-namespace {
-
-ItemContext itemsAt(const Render::ObjectContext& context) {
-  ItemContext items = ItemContext::at(*context.object, context.frame);
-  items.exactFrame = context.exactFrame;
-  return items;
-}
-
-}  // namespace
-
 BasicOutput::BasicOutput(const EffectInfo& info)
     : EffectBase(info),
       OutputShaderEffect(static_cast<EffectBase&>(*this)),
@@ -37,7 +27,7 @@ BasicOutput::BasicOutput(const EffectInfo& info)
       blend_(item<EffectItemSelect>(L"合成モード")) {}
 
 void BasicOutput::getOutputView(Render::ObjectContext& context, Render::ObjectView& view) {
-  const ItemContext items = itemsAt(context);
+  const ItemContext items = Render::itemsAt(context);
   auto at = [&items](const EffectItemNumber& number) { return static_cast<float>(number.getValueAt(items)); };
   view = context.view;
   view.x += at(x_);

@@ -24,12 +24,6 @@ constexpr ItemRow kItems[] = {
     layerRange(L"対象レイヤー数"),
 };
 
-ItemContext itemsAt(const Render::ObjectContext& context) {
-  ItemContext items = ItemContext::at(*context.object, context.frame);
-  items.exactFrame = context.exactFrame;
-  return items;
-}
-
 }  // namespace
 
 const EffectInfo GroupControl::kInfo{L"グループ制御", EffectType::Control, EffectMedia::Video,
@@ -49,7 +43,7 @@ GroupControl::GroupControl()
 std::int32_t GroupControl::getLayerRange() const { return layerRange_.value(); }
 
 void GroupControl::controlVideo(Render::ObjectContext& context) {
-  const ItemContext items = itemsAt(context);
+  const ItemContext items = Render::itemsAt(context);
   const auto x = static_cast<float>(x_.getValueAt(items));
   const auto y = static_cast<float>(y_.getValueAt(items));
   const auto z = static_cast<float>(z_.getValueAt(items));
@@ -80,7 +74,7 @@ void GroupControl::controlVideo(Render::ObjectContext& context) {
 }
 
 void GroupControl::getOutputView(Render::ObjectContext& context, Render::ObjectView& view) {
-  const ItemContext items = itemsAt(context);
+  const ItemContext items = Render::itemsAt(context);
   view.x += static_cast<float>(x_.getValueAt(items));
   view.y += static_cast<float>(y_.getValueAt(items));
   view.z += static_cast<float>(z_.getValueAt(items));

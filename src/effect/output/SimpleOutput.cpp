@@ -22,12 +22,6 @@ constexpr ItemRow kItems[] = {
     select(L"合成モード", BlendModes::list),
 };
 
-ItemContext itemsAt(const Render::ObjectContext& context) {
-  ItemContext items = ItemContext::at(*context.object, context.frame);
-  items.exactFrame = context.exactFrame;
-  return items;
-}
-
 bool whole(float value) noexcept { return std::trunc(value) == value; }
 
 }  // namespace
@@ -45,7 +39,7 @@ SimpleOutput::SimpleOutput()
       blend_(item<EffectItemSelect>(L"合成モード")) {}
 
 void SimpleOutput::getOutputView(Render::ObjectContext& context, Render::ObjectView& view) {
-  const ItemContext items = itemsAt(context);
+  const ItemContext items = Render::itemsAt(context);
   view = context.view;
   // Rounded before they are added, halves away from zero, so the image keeps to the grid.
   view.x += static_cast<float>(std::round(x_.getValueAt(items)));
@@ -65,7 +59,7 @@ void SimpleOutput::getOutputView(Render::ObjectContext& context, Render::ObjectV
 void SimpleOutput::outputVideo(Render::ObjectContext& context, Media::RenderBuffer& target,
                                Media::ResourceBuffer& image) {
   const Render::ObjectView& at = context.view;
-  const bool onGrid = scale_.getValueAt(itemsAt(context)) == 100.0 && at.zoomX == 1.0f && at.zoomY == 1.0f &&
+  const bool onGrid = scale_.getValueAt(Render::itemsAt(context)) == 100.0 && at.zoomX == 1.0f && at.zoomY == 1.0f &&
                       at.zoomZ == 1.0f && at.rotationX == 0.0f && at.rotationY == 0.0f && at.rotationZ == 0.0f &&
                       whole(at.x) && whole(at.y) && whole(at.z) && whole(at.centreX) && whole(at.centreY) &&
                       whole(at.centreZ);
