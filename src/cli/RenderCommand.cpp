@@ -1,8 +1,10 @@
 // render: frames of a project composed headless by the editor's own render workers and
 // written as PNG.
-#include <algorithm>
-#include <cstring>
+#include <cctype>
+#include <cstdlib>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "cli/Command.h"
 #include "cli/Commands.h"
@@ -118,19 +120,6 @@ std::optional<std::string> parse(const Arguments& arguments, RenderOptions& opti
   return std::nullopt;
 }
 
-// 16-bit read-backs keep premultiplied alpha; a PNG holds straight colour.
-void straighten(Media::ImageBuffer& image) {
-  for (std::uint32_t y = 0; y < image.height(); ++y) {
-    auto* pixel = reinterpret_cast<std::uint16_t*>(image.row(y));
-    for (std::uint32_t x = 0; x < image.width(); ++x, pixel += 4) {
-      const std::uint32_t alpha = pixel[3];
-      for (int c = 0; c < 3; ++c) {
-        pixel[c] = alpha == 0 ? 0 : static_cast<std::uint16_t>(std::min<std::uint32_t>(65535, (pixel[c] * 65535u + alpha / 2) / alpha));
-      }
-    }
-  }
-}
-
 void report(std::ostream& err, const std::string& where, const std::vector<RenderServices::Problem>& problems) {
   for (const RenderServices::Problem& problem : problems) {
     err << "sorvel2-cli: " << where << ": " << System::Text::singleLine(problem.message) << '\n';
@@ -191,7 +180,6 @@ int render(const Arguments& arguments, std::ostream&, std::ostream& err) {
       status = kPartlyFailed;
       continue;
     }
-    if (options.sixteenBits) straighten(*image);
     const std::string name = frameName(options.output, pattern, frame);
     try {
       services.images().saveToFile(absolutePath(name), Media::ImageContainer::Png, *image, Media::ImageWriteOptions{});

@@ -195,8 +195,6 @@ std::shared_ptr<ObjectChain> RenderSection::buildChain(const ObjectContext& cont
 }
 
 void RenderSection::objectJob(ObjectContext& context, const std::shared_ptr<Edit::Object>& object) {
-  context.object = object;
-  context.time = timeAt(*object, context);
   std::shared_ptr<ObjectChain> chain = buildChain(context, object);
   // Files are opened and asked ahead here, while the GPU thread draws the objects before.
   for (const std::shared_ptr<Edit::Object>& member : *chain) {

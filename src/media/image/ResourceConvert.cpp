@@ -60,7 +60,7 @@ constexpr ReadBackConversion kReadBacks[] = {
      FramePass::PremultipliedToStraight, ColorMatrix::None},
     {Format::Rgba8Unorm, Format::Rgba8Unorm, TexelLayout::Rgba, FramePass::ClampToAlpha,
      FramePass::PremultipliedToStraight, ColorMatrix::None},
-    {Format::Rgba16Unorm, Format::Rgba16Unorm, TexelLayout::Rgba, FramePass::Copy, FramePass::Copy,
+    {Format::Rgba16Unorm, Format::Rgba16Unorm, TexelLayout::Rgba, FramePass::Copy, FramePass::PremultipliedToStraight,
      ColorMatrix::None},
 };
 
