@@ -5,7 +5,9 @@
 #include <cmath>
 #include <limits>
 
+#include "cache/AudioRangeRead.h"
 #include "cache/AudioReadPosition.h"
+#include "cache/CacheMediaAccess.h"
 #include "edit/EditService.h"
 #include "edit/Scene.h"
 #include "event/EventService.h"
@@ -13,6 +15,7 @@
 #include "media/GraphicsService.h"
 #include "media/ResourceBuffer.h"
 #include "media/audio/AudioBlockBuffer.h"
+#include "media/audio/AudioBuffer.h"
 #include "media/image/ConvertParameters.h"
 #include "media/image/ImageBuffer.h"
 #include "media/image/ResourceConvert.h"
@@ -107,9 +110,14 @@ CacheInstance::CacheInstance(const Services& services)
   if (services.events) {
     subscriptions_.add(services.events->sceneChanged, [this](std::int32_t) { dropSceneMedia(); });
   }
+  mediaAccess_ = std::make_shared<CacheMediaAccess>(*this, input_, edit_);
+  Effect::MediaAccess::install(mediaAccess_);
 }
 
-CacheInstance::~CacheInstance() { stop(); }
+CacheInstance::~CacheInstance() {
+  Effect::MediaAccess::uninstall(mediaAccess_.get());
+  stop();
+}
 
 void CacheInstance::setCacheSizes(std::int32_t audioMegabytes, std::int32_t imageMegabytes,
                                   std::int32_t vramMegabytes) {
@@ -319,6 +327,28 @@ std::shared_ptr<Media::AudioBlockBuffer> CacheInstance::getAudioBlock(const std:
   std::shared_ptr<Plugin::InputFile> file = openFile(source, false);
   if (!file) return nullptr;
   return audio_.get(key, blockLoader(std::move(file), key));
+}
+
+std::shared_ptr<Media::AudioBuffer> CacheInstance::readAudioRange(const std::wstring& name, std::int32_t track,
+                                                                  std::int64_t position, std::int32_t positionRate,
+                                                                  std::int32_t count, double startSeconds,
+                                                                  double speed) {
+  const std::wstring source = trackName(name, track);
+  std::int64_t sourceRate = 0;
+  if (isSceneName(source)) {
+    const std::shared_ptr<Edit::Scene> scene = findScene(source);
+    if (scene) sourceRate = scene->audioRate;
+  } else if (const std::shared_ptr<Plugin::InputFile> file = openFile(source, false)) {
+    sourceRate = file->sampleRate;
+  }
+  if (sourceRate <= 0 || count < 0) return nullptr;
+  auto out = std::make_shared<Media::AudioBuffer>(static_cast<std::uint32_t>(count), 2);
+  const AudioReadPosition at = audioReadPosition(sourceRate, position, positionRate, startSeconds, speed);
+  readAudioSpan(*out, sourceRate, positionRate, at, [&](std::int64_t block) -> std::shared_ptr<const Media::AudioBuffer> {
+    if (block < 0 || block > std::numeric_limits<std::int32_t>::max()) return nullptr;
+    return getAudioBlock(name, track, static_cast<std::int32_t>(block));
+  });
+  return out;
 }
 
 void CacheInstance::preloadAudioRange(const std::wstring& name, std::int32_t track, std::int64_t position,

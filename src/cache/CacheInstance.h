@@ -26,11 +26,15 @@ namespace Edit {
 class EditService;
 class Scene;
 }  // namespace Edit
+namespace Effect {
+class MediaAccess;
+}
 namespace Event {
 class EventService;
 }
 namespace Media {
 class AudioBlockBuffer;
+class AudioBuffer;
 class GraphicsService;
 class ImageBuffer;
 class ResourceBuffer;
@@ -140,6 +144,12 @@ class CacheInstance {
   // Block `block` (one second at the source's rate) of a file's or scene's sound.
   std::shared_ptr<Media::AudioBlockBuffer> getAudioBlock(const std::wstring& name, std::int32_t track,
                                                          std::int32_t block);
+  // `count` samples of a file's or scene's sound from sample `position`, counted at
+  // `positionRate`, with that start and speed, as a new stereo buffer; empty when there
+  // is no such source. Waits for the blocks it needs.
+  std::shared_ptr<Media::AudioBuffer> readAudioRange(const std::wstring& name, std::int32_t track,
+                                                     std::int64_t position, std::int32_t positionRate,
+                                                     std::int32_t count, double startSeconds, double speed);
   // Asks ahead for the blocks that reading `count` samples from sample `position`, counted
   // at `positionRate`, with that start and speed will fetch (see AudioReadPosition.h).
   void preloadAudioRange(const std::wstring& name, std::int32_t track, std::int64_t position,
@@ -200,6 +210,9 @@ class CacheInstance {
   SceneAudioRenderer sceneAudioRenderer_;
   std::unordered_map<ImageCacheKey, std::shared_ptr<Media::ImageBuffer>> heldImages_;
   std::deque<std::pair<AudioCacheKey, std::shared_ptr<Media::AudioBlockBuffer>>> heldBlocks_;
+
+  // How the input effects reach this service; installed for the life of the service.
+  std::shared_ptr<Effect::MediaAccess> mediaAccess_;
 
   Event::Subscriptions subscriptions_;  // last: it goes first, before what it calls into
 };

@@ -63,6 +63,7 @@ void EditCommand::separateAudioObject() {
       Effect::ItemEvent event;
       event.type = Effect::ItemEvent::AudioTrackChosen;
       event.object = copy;
+      event.scene = &scene;
       event.value = track;
       copy->effects.front()->itemEvent(event);
     }

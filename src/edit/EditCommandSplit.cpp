@@ -36,13 +36,14 @@ std::shared_ptr<Object> makePiece(Scene& scene, const Object& source, Keep keep)
 
 // The input effect of a piece works out its new playing position from how far the
 // piece starts after the object that was cut.
-void tellSplit(const std::shared_ptr<Object>& piece, std::int32_t originalStart) {
+void tellSplit(Scene& scene, const std::shared_ptr<Object>& piece, std::int32_t originalStart) {
   if (piece->effects.empty()) return;
   Effect::EffectBase& input = *piece->effects.front();
   if (input.type() != Effect::EffectType::Input) return;
   Effect::ItemEvent event;
   event.type = Effect::ItemEvent::Split;
   event.object = piece;
+  event.scene = &scene;
   event.value = piece->start - originalStart;
   input.itemEvent(event);
 }
@@ -56,8 +57,8 @@ Pieces cutAt(Scene& scene, Effect::EffectService& effects, const Object& source,
              Keep right, std::int32_t originalStart) {
   Pieces pieces{makePiece(scene, source, left), makePiece(scene, source, right)};
   ObjectSections::split(source, frame, *pieces.left, *pieces.right, scene, effects);
-  tellSplit(pieces.left, originalStart);
-  tellSplit(pieces.right, originalStart);
+  tellSplit(scene, pieces.left, originalStart);
+  tellSplit(scene, pieces.right, originalStart);
   return pieces;
 }
 

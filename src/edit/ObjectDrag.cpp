@@ -328,7 +328,7 @@ bool ObjectDrag::step(Scene& scene, DragState& drag, const Selection& selection,
   return false;
 }
 
-bool ObjectDrag::finish(DragState& drag, const Selection& selection) {
+bool ObjectDrag::finish(DragState& drag, const Selection& selection, Scene* scene) {
   // Reset first: an effect's event may throw, and the drag is over either way.
   const DragState ended = std::exchange(drag, DragState{});
   if (ended.kind != DragKind::LeftEdge && ended.kind != DragKind::RightEdge) return false;
@@ -343,6 +343,7 @@ bool ObjectDrag::finish(DragState& drag, const Selection& selection) {
     event.type =
         ended.kind == DragKind::LeftEdge ? Effect::ItemEvent::LeftEdgeDragged : Effect::ItemEvent::RightEdgeDragged;
     event.object = object;
+    event.scene = scene;
     event.value = ended.oldEdges[i];
     input.itemEvent(event);
     redraw = redraw || event.redraw;

@@ -64,7 +64,9 @@ class ObjectDrag {
   // with the selection by position, so a selection that has changed its size since the
   // start tells nothing. Leaves `drag` reset. Returns whether an effect asked for the
   // preview to be drawn again.
-  static bool finish(DragState& drag, const std::vector<std::shared_ptr<Object>>& selection);
+  // `scene`, where given, lets the inputs move their play position with a dragged edge.
+  static bool finish(DragState& drag, const std::vector<std::shared_ptr<Object>>& selection,
+                     Scene* scene = nullptr);
 };
 
 }  // namespace Edit

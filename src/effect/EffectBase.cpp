@@ -65,18 +65,18 @@ std::unique_ptr<Media::ResourceBuffer> EffectBase::filterVideo(Render::ObjectCon
 
 void EffectBase::controlVideo(Render::ObjectContext& /*context*/) {}
 
-std::shared_ptr<Media::AudioBlockBuffer> EffectBase::inputAudio(Render::ObjectContext& /*context*/) {
+std::shared_ptr<Media::AudioBuffer> EffectBase::inputAudio(Render::ObjectContext& /*context*/) {
   notImplemented("Effect::EffectBase::inputAudio");
 }
 
 void EffectBase::prepareAudio(Render::ObjectContext& /*context*/) {}
 
-void EffectBase::outputAudio(Render::ObjectContext& /*context*/, std::shared_ptr<Media::AudioBlockBuffer> /*block*/) {
+void EffectBase::outputAudio(Render::ObjectContext& /*context*/, std::shared_ptr<Media::AudioBuffer> /*block*/) {
   notImplemented("Effect::EffectBase::outputAudio");
 }
 
-std::shared_ptr<Media::AudioBlockBuffer> EffectBase::filterAudio(Render::ObjectContext& /*context*/,
-                                                                 std::shared_ptr<Media::AudioBlockBuffer> /*block*/) {
+std::shared_ptr<Media::AudioBuffer> EffectBase::filterAudio(Render::ObjectContext& /*context*/,
+                                                                 std::shared_ptr<Media::AudioBuffer> /*block*/) {
   notImplemented("Effect::EffectBase::filterAudio");
 }
 

@@ -21,7 +21,7 @@ namespace Anchor {
 struct AnchorEvent;
 }
 namespace Media {
-class AudioBlockBuffer;
+class AudioBuffer;
 class RenderBuffer;
 class ResourceBuffer;
 class WaveformBuffer;
@@ -90,11 +90,11 @@ class EffectBase {
   virtual std::unique_ptr<Media::ResourceBuffer> filterVideo(Render::ObjectContext& context,
                                                              std::unique_ptr<Media::ResourceBuffer> image);
   virtual void controlVideo(Render::ObjectContext& context);
-  virtual std::shared_ptr<Media::AudioBlockBuffer> inputAudio(Render::ObjectContext& context);
+  virtual std::shared_ptr<Media::AudioBuffer> inputAudio(Render::ObjectContext& context);
   virtual void prepareAudio(Render::ObjectContext& context);
-  virtual void outputAudio(Render::ObjectContext& context, std::shared_ptr<Media::AudioBlockBuffer> block);
-  virtual std::shared_ptr<Media::AudioBlockBuffer> filterAudio(Render::ObjectContext& context,
-                                                               std::shared_ptr<Media::AudioBlockBuffer> block);
+  virtual void outputAudio(Render::ObjectContext& context, std::shared_ptr<Media::AudioBuffer> block);
+  virtual std::shared_ptr<Media::AudioBuffer> filterAudio(Render::ObjectContext& context,
+                                                               std::shared_ptr<Media::AudioBuffer> block);
   virtual void controlAudio(Render::ObjectContext& context);
 
   // The title of the object on the timeline: the translated key, or what the effect shows.

@@ -8,7 +8,9 @@
 
 namespace Edit {
 class Object;
-}
+class Scene;
+class UndoRecorder;
+}  // namespace Edit
 
 namespace Effect {
 
@@ -27,6 +29,11 @@ struct ItemEvent {
 
   Type type = ItemChanged;
   std::shared_ptr<Edit::Object> object;
+  // The object's scene, whose frame rate and rows a resize of the object needs; null
+  // where nothing may be resized.
+  Edit::Scene* scene = nullptr;
+  // Where a resize registers its object; null where no history is kept.
+  Edit::UndoRecorder* undo = nullptr;
   EffectItem* item = nullptr;
   std::wstring path;
   std::int32_t value = 0;

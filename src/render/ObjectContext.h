@@ -22,8 +22,9 @@ class Object;
 class Scene;
 }  // namespace Edit
 namespace Media {
+class AudioBuffer;
 class RenderBuffer;
-}
+}  // namespace Media
 
 namespace Render {
 
@@ -81,6 +82,17 @@ struct ObjectContext {
   bool firstCamera = true;
   bool firstClipObject = true;
   bool extendedColour = false;
+
+  // Sound: one frame's span of samples. `objectSample` counts from the object's first
+  // frame at `sampleRate`, and is where a source is read; `frameSample` is the span's
+  // first sample in the scene, moved by time control.
+  Media::AudioBuffer* audioTarget = nullptr;  // the mix of the frame
+  float gainLeft = 1.0f;
+  float gainRight = 1.0f;
+  std::int64_t objectSample = 0;
+  std::uint32_t sampleRate = 0;
+  std::int64_t frameSample = 0;
+  std::uint32_t sampleCount = 0;
 };
 
 // Where the items of the context's object are read: its moment, exact frame included,

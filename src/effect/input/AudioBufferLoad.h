@@ -9,6 +9,8 @@ class AudioBufferLoad final : public EffectInstance<AudioBufferLoad> {
  public:
   static const EffectInfo kInfo;
   AudioBufferLoad() : EffectInstance(kInfo) {}
+
+  std::shared_ptr<Media::AudioBuffer> inputAudio(Render::ObjectContext& context) override;
 };
 
 }  // namespace Effect

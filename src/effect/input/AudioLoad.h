@@ -1,14 +1,22 @@
-// 音声ファイル: the sound of an audio file, played from a position at a speed.
+// 音声ファイル: the sound of a file, played from a position at a speed.
 #pragma once
 
 #include "effect/EffectBase.h"
+#include "effect/input/InputMovieEffect.h"
 
 namespace Effect {
 
-class AudioLoad final : public EffectInstance<AudioLoad> {
+class AudioLoad final : public EffectInstance<AudioLoad>, public InputMovieEffect {
  public:
   static const EffectInfo kInfo;
-  AudioLoad() : EffectInstance(kInfo) {}
+  AudioLoad();
+
+  void prepareAudio(Render::ObjectContext& context) override;
+  std::shared_ptr<Media::AudioBuffer> inputAudio(Render::ObjectContext& context) override;
+
+  std::wstring getDisplayName() const override;
+  bool itemEvent(ItemEvent& event) override;
+  bool acceptsFile(const std::wstring& path) const override;
 };
 
 }  // namespace Effect

@@ -9,6 +9,8 @@ class FrameLoad final : public EffectInstance<FrameLoad> {
  public:
   static const EffectInfo kInfo;
   FrameLoad() : EffectInstance(kInfo) {}
+
+  std::unique_ptr<Media::ResourceBuffer> inputVideo(Render::ObjectContext& context) override;
 };
 
 }  // namespace Effect

@@ -1,0 +1,31 @@
+#include "effect/input/SourceFiles.h"
+
+#include "effect/EffectBase.h"
+#include "effect/item/EffectItemYUV.h"
+#include "system/FileName.h"
+
+namespace Effect {
+
+namespace {
+
+constexpr std::int32_t kFullRangeBit = 1 << 16;
+constexpr std::int32_t kColorSpaceMask = 0xffff;
+
+}  // namespace
+
+std::wstring fileDisplayName(const EffectBase& effect, const EffectItem& fileItem) {
+  const std::optional<std::wstring> path = fileItem.getFilePath();
+  if (!path || path->empty()) return effect.EffectBase::getDisplayName();
+  return System::FileName::fileName(*path);
+}
+
+bool canReadSource(const std::wstring& path, MediaAccess::Kind kind) {
+  const std::shared_ptr<MediaAccess> media = MediaAccess::get();
+  return media && media->canRead(path, kind);
+}
+
+Media::ConvertParameters yuvConvertParameters(const EffectItemYUV& item) {
+  return {item.number() & kColorSpaceMask, (item.number() & kFullRangeBit) != 0};
+}
+
+}  // namespace Effect
