@@ -137,6 +137,10 @@ int open(RenderServices& services, const RenderOptions& options, std::ostream& e
   std::erase_if(logged, [](const RenderServices::Problem& problem) { return problem.place == "Edit::Project::load"; });
   report(err, options.project, logged);
   if (result.outcome == LoadResult::Outcome::Unreadable) return kUnreadable;
+  // A project carried to another machine finds its media below its new folder, as the
+  // editor offers; nothing is written back, so there is no one to ask.
+  Edit::ProjectFile::updateEffectItemFilePath(services.edit().project(), result.storedPath,
+                                              absolutePath(options.project), [] { return true; });
   if (options.scene) {
     if (!services.edit().project().findScene(*options.scene)) {
       err << "sorvel2-cli: " << options.project << ": no scene " << *options.scene << '\n';
