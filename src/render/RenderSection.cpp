@@ -9,6 +9,7 @@
 #include "edit/Scene.h"
 #include "effect/EffectBase.h"
 #include "effect/filter/ExpandedColorFilter.h"
+#include "effect/input/BeforeObjectLoad.h"
 #include "effect/output/CameraControl.h"
 #include "effect/output/GroupControl.h"
 #include "effect/output/SimpleOutput.h"
@@ -247,7 +248,8 @@ void RenderSection::drawObject(ObjectContext& context) {
       }
       output.drawAnchor(context, width, height);
     }
-    worker.lastImage() = std::move(image);
+    // What 直前オブジェクト took is used up: the next one in a row finds nothing.
+    if (!is(*object.effects.front(), Effect::BeforeObjectLoad::kInfo)) worker.lastImage() = std::move(image);
   } catch (const Effect::NotImplemented& missing) {
     worker.reportLeftOut(object, missing);
   }

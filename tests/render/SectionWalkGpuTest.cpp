@@ -17,6 +17,9 @@
 #include "edit/Object.h"
 #include "edit/Scene.h"
 #include "effect/EffectBase.h"
+#include "effect/input/BeforeObjectLoad.h"
+#include "effect/input/FrameLoad.h"
+#include "effect/item/EffectItemCheck.h"
 #include "media/ConstantBufferCommon.h"
 #include "media/GraphicsDevice.h"
 #include "media/RenderBuffer.h"
@@ -267,6 +270,26 @@ TEST_F(SectionWalk, AScenePlaysInsideAnotherAndAsceneInsideItselfStaysClear) {
   // The scene shows itself: the inner render is refused and stays clear.
   static_cast<SceneImage&>(*shown.effects.front()).scene = scene_;
   EXPECT_EQ(at(render(), 2, 2), kClear);
+}
+
+TEST_F(SectionWalk, TheFrameAndTheObjectBeforeBecomeImages) {
+  solid(0, kHalfBlue);
+  Edit::Object& copy = *scene_->createEmptyObject(1, 0, 9);
+  Effect::FrameLoad& frame = add<Effect::FrameLoad>(copy);
+  add<Draw>(copy);
+  // Without its alpha the copy is opaque and covers what it copied.
+  EXPECT_EQ(at(render(), 2, 2), (Color{0, 0, 0.5f, 1}));
+  frame.item<Effect::EffectItemCheck>(L"アルファチャンネルを維持").setValue(true);
+  EXPECT_EQ(at(render(), 2, 2), (Color{0, 0, 0.75f, 0.75f}));
+  frame.item<Effect::EffectItemCheck>(L"フレームバッファをクリア").setValue(true);
+  EXPECT_EQ(at(render(), 2, 2), kHalfBlue);
+
+  // The object before is drawn again once; a second in a row finds nothing.
+  copy.effects.front() = std::make_shared<Effect::BeforeObjectLoad>();
+  Edit::Object& again = *scene_->createEmptyObject(2, 0, 9);
+  add<Effect::BeforeObjectLoad>(again);
+  add<Draw>(again);
+  EXPECT_EQ(at(render(), 2, 2), (Color{0, 0, 0.75f, 0.75f}));
 }
 
 }  // namespace

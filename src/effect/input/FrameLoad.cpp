@@ -17,23 +17,22 @@ const EffectInfo FrameLoad::kInfo{L"フレームバッファ", EffectType::Input
 }  // namespace Effect
 
 #include "effect/item/EffectItemCheck.h"
-#include "media/GraphicsService.h"
 #include "media/RenderBuffer.h"
 #include "media/ResourceBuffer.h"
 #include "media/pass/FramePasses.h"
 #include "render/ObjectContext.h"
-#include "system/Singleton.h"
+#include "render/RenderVideoWorker.h"
 
 namespace Effect {
 
 std::unique_ptr<Media::ResourceBuffer> FrameLoad::inputVideo(Render::ObjectContext& context) {
   if (!context.target) return nullptr;
   std::unique_ptr<Media::ResourceBuffer> copy;
-  Media::GraphicsService* graphics = System::Singleton<Media::GraphicsService>::get();
-  if (item<EffectItemCheck>(L"アルファチャンネルを維持").value() || !graphics || !graphics->framePasses()) {
+  Media::FramePasses* passes = context.worker ? context.worker->framePasses() : nullptr;
+  if (item<EffectItemCheck>(L"アルファチャンネルを維持").value() || !passes) {
     copy = context.target->toResourceBuffer();
   } else {
-    copy = context.target->toResourceBuffer(graphics->framePasses()->pixelShader(Media::FramePass::CopyOpaque));
+    copy = context.target->toResourceBuffer(passes->pixelShader(Media::FramePass::CopyOpaque));
   }
   if (item<EffectItemCheck>(L"フレームバッファをクリア").value()) context.target->clear({0.0f, 0.0f, 0.0f, 0.0f});
   return copy;
