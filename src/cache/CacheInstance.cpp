@@ -16,6 +16,7 @@
 #include "media/ResourceBuffer.h"
 #include "media/audio/AudioBlockBuffer.h"
 #include "media/audio/AudioBuffer.h"
+#include "media/audio/WaveformBuffer.h"
 #include "media/image/ConvertParameters.h"
 #include "media/image/ImageBuffer.h"
 #include "media/image/ResourceConvert.h"
@@ -100,13 +101,19 @@ std::function<void(std::shared_ptr<Value>)> keepPromise(std::function<void(std::
 CacheInstance::CacheInstance() : CacheInstance(startServices()) {}
 
 CacheInstance::CacheInstance(const Services& services)
-    : input_(services.input), edit_(services.edit), graphics_(services.graphics), convert_(services.convert) {
+    : input_(services.input),
+      edit_(services.edit),
+      graphics_(services.graphics),
+      convert_(services.convert),
+      events_(services.events) {
   config_.setSection("Cache");
   config_.add<System::Config::Int>("AudioCacheSize", &audioCacheSize_, 64);
   config_.add<System::Config::Int>("ImageCacheSize", &imageCacheSize_, 768);
   config_.add<System::Config::Int>("VramCacheSize", &vramCacheSize_, 384);
+  config_.add<System::Config::Int>("WaveformCacheSize", &waveformCacheSize_, 64);
   config_.load(services.ini);
   setCacheSizes(audioCacheSize_, imageCacheSize_, vramCacheSize_);
+  waveform_.setLimit(waveformCacheSize_);
   if (services.events) {
     subscriptions_.add(services.events->sceneChanged, [this](std::int32_t) { dropSceneMedia(); });
   }
@@ -130,7 +137,10 @@ void CacheInstance::setCacheSizes(std::int32_t audioMegabytes, std::int32_t imag
 }
 
 void CacheInstance::stop() {
-  // Callers first: the VRAM cache takes its images from the image cache.
+  // Callers first: the VRAM cache takes its images from the image cache, the waveforms
+  // their sound from the audio cache.
+  stopped_ = true;
+  waveform_.stop();
   vram_.stop();
   image_.stop();
   audio_.stop();
@@ -327,6 +337,39 @@ std::shared_ptr<Media::AudioBlockBuffer> CacheInstance::getAudioBlock(const std:
   std::shared_ptr<Plugin::InputFile> file = openFile(source, false);
   if (!file) return nullptr;
   return audio_.get(key, blockLoader(std::move(file), key));
+}
+
+std::shared_ptr<Media::WaveformBuffer> CacheInstance::getWaveform(const std::wstring& name, std::int32_t track) {
+  const std::wstring source = trackName(name, track);
+  const AudioCacheKey key{source, 0};
+  if (std::shared_ptr<Media::WaveformBuffer> hit = waveform_.find(key)) return hit;
+  if (isSceneName(source) || stopped_ || waveform_.pending() >= static_cast<std::size_t>(kWaveformQueueBound)) {
+    return nullptr;
+  }
+  if (std::shared_ptr<Plugin::InputFile> file = openFile(source, false)) {
+    waveform_.preload(key, waveformLoader(std::move(file), key));
+  }
+  return nullptr;
+}
+
+CacheInstance::WaveformCache::Loader CacheInstance::waveformLoader(std::shared_ptr<Plugin::InputFile> file,
+                                                                   AudioCacheKey key) {
+  return [this, file = std::move(file), key = std::move(key)] {
+    if (file->sampleRate == 0 || file->sampleCount <= 0) return;
+    const std::int64_t blocks = (file->sampleCount + file->sampleRate - 1) / file->sampleRate;
+    auto waveform = std::make_shared<Media::WaveformBuffer>(static_cast<std::size_t>(blocks) *
+                                                            Media::WaveformBuffer::kBytesPerBlock);
+    for (std::int32_t block = 0; block < blocks; ++block) {
+      if (stopped_) return;
+      const AudioCacheKey blockKey{key.name, block};
+      if (const std::shared_ptr<Media::AudioBlockBuffer> sound = audio_.get(blockKey, blockLoader(file, blockKey))) {
+        waveform->writeBlock(block, *sound);
+      }
+    }
+    const std::uint64_t size = waveform->size();
+    waveform_.put(key, std::move(waveform), size);
+    if (events_) events_->postCacheChanged();
+  };
 }
 
 std::shared_ptr<Media::AudioBuffer> CacheInstance::readAudioRange(const std::wstring& name, std::int32_t track,

@@ -39,6 +39,7 @@ class GraphicsService;
 class ImageBuffer;
 class ResourceBuffer;
 class ResourceConvert;
+class WaveformBuffer;
 }  // namespace Media
 namespace Plugin {
 class InputFile;
@@ -63,6 +64,11 @@ class CacheInstance {
   using AudioCache = System::PreLoadCache<AudioCacheKey, Media::AudioBlockBuffer>;
   using ImageCache = System::PreLoadCache<ImageCacheKey, Media::ImageBuffer>;
   using VramCache = System::PreLoadCache<ImageCacheKey, Media::ResourceBuffer>;
+  // Keyed by the source's track name, block always 0.
+  using WaveformCache = System::PreLoadCache<AudioCacheKey, Media::WaveformBuffer>;
+  // Waveforms made at once: each reads a whole file, and the timeline only ever waits for
+  // the next redraw.
+  static constexpr std::int32_t kWaveformQueueBound = 2;
 
   // Renders frame `frame` of `scene` on the calling thread (the render thread) and calls
   // `deliver` once, later and from another thread, with the image or with nothing. A
@@ -102,6 +108,7 @@ class CacheInstance {
   AudioCache& audioCache() noexcept { return audio_; }
   ImageCache& imageCache() noexcept { return image_; }
   VramCache& vramCache() noexcept { return vram_; }
+  WaveformCache& waveformCache() noexcept { return waveform_; }
 
   // The settings in MiB, as stored at exit. setCacheSizes keeps new values and applies
   // them as the caches' limits at once. Main thread.
@@ -155,6 +162,10 @@ class CacheInstance {
   void preloadAudioRange(const std::wstring& name, std::int32_t track, std::int64_t position,
                          std::int32_t positionRate, std::int32_t count, double startSeconds, double speed);
 
+  // The overview of a file's sound that the timeline draws, or nothing while it is made:
+  // never waits. When one is finished the event service is told that the cache changed.
+  std::shared_ptr<Media::WaveformBuffer> getWaveform(const std::wstring& name, std::int32_t track);
+
   // Bytes of GPU images asked for in the frame under way and in the frame before.
   struct VramCounters {
     std::uint64_t running = 0;
@@ -174,6 +185,7 @@ class CacheInstance {
   // part of the load, and a hit never touches the file.
   ImageCache::Loader imageFileLoader(ImageCacheKey key);
   AudioCache::Loader blockLoader(std::shared_ptr<Plugin::InputFile> file, AudioCacheKey key);
+  WaveformCache::Loader waveformLoader(std::shared_ptr<Plugin::InputFile> file, AudioCacheKey key);
   void preloadSceneImage(const std::shared_ptr<Edit::Scene>& scene, const ImageCacheKey& key);
   void preloadSceneBlock(const std::shared_ptr<Edit::Scene>& scene, const AudioCacheKey& key);
   void deliverSceneImage(const ImageCacheKey& key, std::shared_ptr<Media::ImageBuffer> image);
@@ -186,15 +198,19 @@ class CacheInstance {
   std::int32_t audioCacheSize_ = 64;
   std::int32_t imageCacheSize_ = 768;
   std::int32_t vramCacheSize_ = 384;
+  std::int32_t waveformCacheSize_ = 64;
   System::Config::Group config_;
   Plugin::InputService* input_ = nullptr;
   Edit::EditService* edit_ = nullptr;
   Media::GraphicsService* graphics_ = nullptr;
   Media::ResourceConvert* convert_ = nullptr;
+  Event::EventService* events_ = nullptr;
 
   AudioCache audio_{kQueueBound};
   ImageCache image_{kQueueBound};
   VramCache vram_{kQueueBound};
+  WaveformCache waveform_{kWaveformQueueBound};
+  std::atomic<bool> stopped_{false};
   // The frame each file was last asked ahead for, to tell playing from jumping.
   std::mutex readAheadMutex_;
   std::unordered_map<std::wstring, std::int32_t> lastPreloadedFrame_;

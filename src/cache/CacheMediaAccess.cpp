@@ -5,6 +5,7 @@
 #include "edit/Scene.h"
 #include "media/ResourceBuffer.h"
 #include "media/audio/AudioBuffer.h"
+#include "media/audio/WaveformBuffer.h"
 #include "media/image/ImageBuffer.h"
 #include "plugin/InputFile.h"
 #include "plugin/InputService.h"
@@ -82,6 +83,10 @@ void CacheMediaAccess::preloadAudioRange(const std::wstring& name, std::int32_t 
                                          std::int32_t positionRate, std::int32_t count, double startSeconds,
                                          double speed) {
   cache_.preloadAudioRange(name, track, position, positionRate, count, startSeconds, speed);
+}
+
+std::shared_ptr<Media::WaveformBuffer> CacheMediaAccess::getWaveform(const std::wstring& name, std::int32_t track) {
+  return cache_.getWaveform(name, track);
 }
 
 }  // namespace Cache

@@ -19,6 +19,7 @@
 #include "effect/item/EffectItemNumber.h"
 #include "media/ResourceBuffer.h"
 #include "media/audio/AudioBuffer.h"
+#include "media/audio/WaveformBuffer.h"
 #include "media/image/ImageBuffer.h"
 #include "plugin/AviFileReader.h"
 #include "plugin/InputService.h"
@@ -172,6 +173,17 @@ TEST_F(InputSources, AFileThatCannotBeOpenedLeavesTheObjectSilentAndEmpty) {
   EXPECT_FALSE(movie_.isPlayable());
   Render::ObjectContext context = contextAt(kStart);
   EXPECT_FALSE(movie_.inputVideo(context));
+}
+
+TEST_F(InputSources, TheWaveformOfASoundIsMadeOnceWithoutWaiting) {
+  EXPECT_FALSE(sound_.getWaveform());  // asked for, not there yet
+  cache_.waveformCache().wait();
+  const std::shared_ptr<Media::WaveformBuffer> waveform = sound_.getWaveform();
+  ASSERT_TRUE(waveform);
+  ASSERT_EQ(waveform->size(), 2 * Media::WaveformBuffer::kBytesPerBlock);
+  // The ramp's last column of the first second lies just below 0.5: (1.5 * 128).
+  EXPECT_EQ(waveform->data()[2 * 127 + 1], 191);
+  EXPECT_EQ(sound_.getWaveform(), waveform);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@ class AudioLoad final : public EffectInstance<AudioLoad>, public InputMovieEffec
 
   void prepareAudio(Render::ObjectContext& context) override;
   std::shared_ptr<Media::AudioBuffer> inputAudio(Render::ObjectContext& context) override;
+  std::shared_ptr<Media::WaveformBuffer> getWaveform() const override { return sourceWaveform(); }
 
   std::wstring getDisplayName() const override;
   bool itemEvent(ItemEvent& event) override;

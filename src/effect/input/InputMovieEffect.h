@@ -20,6 +20,7 @@ class Object;
 namespace Media {
 class AudioBuffer;
 class ResourceBuffer;
+class WaveformBuffer;
 struct ConvertParameters;
 }  // namespace Media
 namespace Render {
@@ -105,6 +106,9 @@ class InputMovieEffect {
   // The context's span of samples, or empty when the source has nothing there.
   std::shared_ptr<Media::AudioBuffer> readAudio(const Render::ObjectContext& context);
   void preloadAudio(const Render::ObjectContext& context);
+
+  // The overview of the file's sound for the timeline, or nothing while it is made.
+  std::shared_ptr<Media::WaveformBuffer> sourceWaveform() const;
 
   // The reaction of the movie family to an item event. Returns true when it handled one.
   bool movieItemEvent(ItemEvent& event);

@@ -5,10 +5,12 @@
 #include "edit/Object.h"
 #include "edit/Scene.h"
 #include "effect/input/InputMovieEffect.h"
+#include "effect/item/EffectItemFile.h"
 #include "effect/item/EffectItemNumber.h"
 #include "media/GraphicsService.h"
 #include "media/ResourceBuffer.h"
 #include "media/audio/AudioBuffer.h"
+#include "media/audio/WaveformBuffer.h"
 #include "media/image/ImageBuffer.h"
 #include "render/ObjectContext.h"
 #include "system/Singleton.h"
@@ -79,6 +81,12 @@ void InputMovieEffect::preloadAudio(const Render::ObjectContext& context) {
   if (!read || !media) return;
   media->preloadAudioRange(sourceName(), track(), context.objectSample, static_cast<std::int32_t>(context.sampleRate),
                            static_cast<std::int32_t>(context.sampleCount), read->startSeconds, read->speed);
+}
+
+std::shared_ptr<Media::WaveformBuffer> InputMovieEffect::sourceWaveform() const {
+  const std::shared_ptr<MediaAccess> media = MediaAccess::get();
+  if (!media || !fileItem_ || fileItem_->getFilePath()->empty()) return nullptr;
+  return media->getWaveform(sourceName(), track());
 }
 
 }  // namespace Effect

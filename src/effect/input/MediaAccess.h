@@ -14,6 +14,7 @@ namespace Media {
 class AudioBuffer;
 class ImageBuffer;
 class ResourceBuffer;
+class WaveformBuffer;
 }  // namespace Media
 
 namespace Effect {
@@ -79,6 +80,8 @@ class MediaAccess {
   virtual void preloadAudioRange(const std::wstring& name, std::int32_t track, std::int64_t position,
                                  std::int32_t positionRate, std::int32_t count, double startSeconds,
                                  double speed) = 0;
+  // The overview the timeline draws under a sound object, or nothing while it is made.
+  virtual std::shared_ptr<Media::WaveformBuffer> getWaveform(const std::wstring& name, std::int32_t track) = 0;
 };
 
 }  // namespace Effect

@@ -15,6 +15,7 @@ class MovieLoad final : public EffectInstance<MovieLoad>, public InputMovieEffec
   std::unique_ptr<Media::ResourceBuffer> inputVideo(Render::ObjectContext& context) override;
   void prepareAudio(Render::ObjectContext& context) override;
   std::shared_ptr<Media::AudioBuffer> inputAudio(Render::ObjectContext& context) override;
+  std::shared_ptr<Media::WaveformBuffer> getWaveform() const override { return sourceWaveform(); }
 
   std::wstring getDisplayName() const override;
   std::int32_t getMediaFlag(std::int32_t query) const override;
