@@ -117,7 +117,7 @@ CacheInstance::CacheInstance(const Services& services)
   if (services.events) {
     subscriptions_.add(services.events->sceneChanged, [this](std::int32_t) { dropSceneMedia(); });
   }
-  mediaAccess_ = std::make_shared<CacheMediaAccess>(*this, input_, edit_);
+  mediaAccess_ = std::make_shared<CacheMediaAccess>(*this, input_);
   Effect::MediaAccess::install(mediaAccess_);
 }
 
@@ -165,15 +165,24 @@ void CacheInstance::setSceneAudioRenderer(SceneAudioRenderer renderer) {
   sceneAudioRenderer_ = std::move(renderer);
 }
 
+Edit::EditService* CacheInstance::editService() const {
+  return edit_ ? edit_ : System::Singleton<Edit::EditService>::get();
+}
+
+std::shared_ptr<Edit::Scene> CacheInstance::scene(std::int32_t id) const {
+  Edit::EditService* edit = editService();
+  return edit ? edit->project().findScene(id) : nullptr;
+}
+
 std::shared_ptr<Edit::Scene> CacheInstance::findScene(const std::wstring& name) const {
-  if (!edit_ || name.size() < 2) return nullptr;
+  if (name.size() < 2) return nullptr;
   std::int64_t id = 0;
   for (std::size_t i = 1; i < name.size(); ++i) {
     if (name[i] < L'0' || name[i] > L'9') return nullptr;
     id = id * 10 + (name[i] - L'0');
     if (id > std::numeric_limits<std::int32_t>::max()) return nullptr;
   }
-  return edit_->project().findScene(static_cast<std::int32_t>(id));
+  return scene(static_cast<std::int32_t>(id));
 }
 
 std::shared_ptr<Plugin::InputFile> CacheInstance::openFile(const std::wstring& name, bool video) const {
@@ -314,6 +323,15 @@ std::unique_ptr<Media::ResourceBuffer> CacheInstance::getResourceImageCopy(const
   const std::shared_ptr<Media::ImageBuffer> image = getImageFile(path);
   if (!image) return nullptr;
   std::unique_ptr<Media::ResourceBuffer> resource = upload(*convert, *image);
+  runningVramBytes_ += vramBytes(*resource);
+  return resource;
+}
+
+std::unique_ptr<Media::ResourceBuffer> CacheInstance::toResource(const Media::ImageBuffer& image,
+                                                                 const Media::ConvertParameters& parameters) {
+  Media::ResourceConvert* convert = resourceConvert();
+  if (!convert || image.width() == 0 || image.height() == 0) return nullptr;
+  auto resource = std::make_unique<Media::ResourceBuffer>(*convert, image, parameters);
   runningVramBytes_ += vramBytes(*resource);
   return resource;
 }

@@ -36,6 +36,7 @@ namespace Media {
 class AudioBlockBuffer;
 class AudioBuffer;
 class GraphicsService;
+struct ConvertParameters;
 class ImageBuffer;
 class ResourceBuffer;
 class ResourceConvert;
@@ -87,7 +88,7 @@ class CacheInstance {
   struct Services {
     System::IniFile* ini = nullptr;  // section "Cache"; null: the defaults, stored nowhere
     Plugin::InputService* input = nullptr;
-    Edit::EditService* edit = nullptr;      // finds the scenes used as media
+    Edit::EditService* edit = nullptr;      // finds the scenes used as media; null: the service's
     Event::EventService* events = nullptr;  // `sceneChanged` drops what scenes made
     // Makes the GPU images. The graphics service makes its conversion at a later step of
     // the start, so it is looked up at each use; `convert`, where given, comes first.
@@ -145,6 +146,10 @@ class CacheInstance {
   std::shared_ptr<Media::ResourceBuffer> getResourceImage(const std::wstring& path);
   // A GPU copy of it that the caller owns and may change.
   std::unique_ptr<Media::ResourceBuffer> getResourceImageCopy(const std::wstring& path);
+  // A CPU image of a reader or a drawing as a GPU image in the frame's format; on the GPU
+  // thread. Empty without a graphics device.
+  std::unique_ptr<Media::ResourceBuffer> toResource(const Media::ImageBuffer& image,
+                                                    const Media::ConvertParameters& parameters);
   // Loads the still image ahead; it goes to the GPU at its first use.
   void preloadResourceImage(const std::wstring& path);
 
@@ -166,6 +171,9 @@ class CacheInstance {
   // never waits. When one is finished the event service is told that the cache changed.
   std::shared_ptr<Media::WaveformBuffer> getWaveform(const std::wstring& name, std::int32_t track);
 
+  // The project's scene of that id, or nothing.
+  std::shared_ptr<Edit::Scene> scene(std::int32_t id) const;
+
   // Bytes of GPU images asked for in the frame under way and in the frame before.
   struct VramCounters {
     std::uint64_t running = 0;
@@ -174,6 +182,9 @@ class CacheInstance {
   VramCounters vramCounters() const noexcept { return {runningVramBytes_.load(), lastFrameVramBytes_.load()}; }
 
  private:
+  // The edit service starts after this one, so it is looked up at each use unless the
+  // services named one.
+  Edit::EditService* editService() const;
   // The scene named "*<id>", or empty.
   std::shared_ptr<Edit::Scene> findScene(const std::wstring& name) const;
   std::shared_ptr<Plugin::InputFile> openFile(const std::wstring& name, bool video) const;

@@ -1,11 +1,11 @@
 #include "cache/CacheMediaAccess.h"
 
 #include "cache/CacheInstance.h"
-#include "edit/EditService.h"
 #include "edit/Scene.h"
 #include "media/ResourceBuffer.h"
 #include "media/audio/AudioBuffer.h"
 #include "media/audio/WaveformBuffer.h"
+#include "media/image/ConvertParameters.h"
 #include "media/image/ImageBuffer.h"
 #include "plugin/InputFile.h"
 #include "plugin/InputService.h"
@@ -41,8 +41,7 @@ std::optional<Effect::MediaSourceInfo> CacheMediaAccess::probe(const std::wstrin
 }
 
 std::optional<Effect::MediaSceneInfo> CacheMediaAccess::scene(std::int32_t sceneId) {
-  if (!edit_) return std::nullopt;
-  const std::shared_ptr<Edit::Scene> scene = edit_->getScene(sceneId);
+  const std::shared_ptr<Edit::Scene> scene = cache_.scene(sceneId);
   if (!scene) return std::nullopt;
   return Effect::MediaSceneInfo{scene->videoRate, scene->videoScale, scene->lastUsedFrame(), scene->audioRate};
 }
@@ -70,6 +69,11 @@ void CacheMediaAccess::preloadResourceImage(const std::wstring& path) { cache_.p
 
 std::unique_ptr<Media::ResourceBuffer> CacheMediaAccess::getResourceImageCopy(const std::wstring& path) {
   return cache_.getResourceImageCopy(path);
+}
+
+std::unique_ptr<Media::ResourceBuffer> CacheMediaAccess::toResource(const Media::ImageBuffer& image,
+                                                                    const Media::ConvertParameters& parameters) {
+  return cache_.toResource(image, parameters);
 }
 
 std::shared_ptr<Media::AudioBuffer> CacheMediaAccess::readAudioRange(const std::wstring& name, std::int32_t track,

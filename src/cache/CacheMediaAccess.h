@@ -4,9 +4,6 @@
 
 #include "effect/input/MediaAccess.h"
 
-namespace Edit {
-class EditService;
-}
 namespace Plugin {
 class InputService;
 }
@@ -17,9 +14,8 @@ class CacheInstance;
 
 class CacheMediaAccess final : public Effect::MediaAccess {
  public:
-  // The input and edit services may be missing: files or scenes then hold nothing.
-  CacheMediaAccess(CacheInstance& cache, Plugin::InputService* input, Edit::EditService* edit)
-      : cache_(cache), input_(input), edit_(edit) {}
+  // The input service may be missing: files then hold nothing.
+  CacheMediaAccess(CacheInstance& cache, Plugin::InputService* input) : cache_(cache), input_(input) {}
 
   std::uint32_t fileGeneration() override;
   std::optional<Effect::MediaSourceInfo> probe(const std::wstring& path, Kind kind) override;
@@ -30,6 +26,8 @@ class CacheMediaAccess final : public Effect::MediaAccess {
                                                     double seconds) override;
   void preloadResourceImage(const std::wstring& path) override;
   std::unique_ptr<Media::ResourceBuffer> getResourceImageCopy(const std::wstring& path) override;
+  std::unique_ptr<Media::ResourceBuffer> toResource(const Media::ImageBuffer& image,
+                                                    const Media::ConvertParameters& parameters) override;
   std::shared_ptr<Media::AudioBuffer> readAudioRange(const std::wstring& name, std::int32_t track,
                                                      std::int64_t position, std::int32_t positionRate,
                                                      std::int32_t count, double startSeconds, double speed) override;
@@ -40,7 +38,6 @@ class CacheMediaAccess final : public Effect::MediaAccess {
  private:
   CacheInstance& cache_;
   Plugin::InputService* input_;
-  Edit::EditService* edit_;
 };
 
 }  // namespace Cache

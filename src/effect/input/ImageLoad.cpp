@@ -64,7 +64,9 @@ std::unique_ptr<Media::ResourceBuffer> ImageLoad::inputVideo(Render::ObjectConte
   const std::wstring path = pathAt(context);
   const std::shared_ptr<MediaAccess> media = MediaAccess::get();
   if (path.empty() || !media) return nullptr;
-  return media->getResourceImageCopy(path);
+  std::unique_ptr<Media::ResourceBuffer> image = media->getResourceImageCopy(path);
+  if (!image) warnUnreadableOnce("Effect::ImageLoad::inputVideo", path);
+  return image;
 }
 
 std::wstring ImageLoad::getDisplayName() const { return fileDisplayName(*this, item<EffectItemFile>(L"ファイル")); }

@@ -8,6 +8,7 @@
 #include "edit/Scene.h"
 #include "edit/UndoRecorder.h"
 #include "effect/EffectBase.h"
+#include "effect/input/SourceFiles.h"
 #include "effect/item/EffectItemCheck.h"
 #include "effect/item/EffectItemFile.h"
 #include "effect/item/EffectItemInteger.h"
@@ -97,6 +98,7 @@ bool InputMovieEffect::isPlayable() {
   std::optional<MediaSourceInfo> info;
   if (!path.empty()) {
     info = media->probe(path, kind_ == SourceKind::Audio ? MediaAccess::Kind::Audio : MediaAccess::Kind::Video);
+    if (!info) warnUnreadableOnce("Effect::InputMovieEffect::isPlayable", path);
   }
   std::lock_guard lock(mutex_);
   generation_ = generation;

@@ -7,13 +7,11 @@
 #include "effect/input/InputMovieEffect.h"
 #include "effect/item/EffectItemFile.h"
 #include "effect/item/EffectItemNumber.h"
-#include "media/GraphicsService.h"
 #include "media/ResourceBuffer.h"
 #include "media/audio/AudioBuffer.h"
 #include "media/audio/WaveformBuffer.h"
 #include "media/image/ImageBuffer.h"
 #include "render/ObjectContext.h"
-#include "system/Singleton.h"
 
 namespace Effect {
 
@@ -40,11 +38,7 @@ std::unique_ptr<Media::ResourceBuffer> InputMovieEffect::readVideo(const Render:
   if (!media) return nullptr;
   const std::shared_ptr<Media::ImageBuffer> image =
       media->getVideoImage(sourceName(), track(), sourceFrameTime(playPositionAt(context)));
-  Media::GraphicsService* graphics = System::Singleton<Media::GraphicsService>::get();
-  if (!image || image->width() == 0 || image->height() == 0 || !graphics || !graphics->resourceConvert()) {
-    return nullptr;
-  }
-  return std::make_unique<Media::ResourceBuffer>(*graphics->resourceConvert(), *image, parameters);
+  return image ? media->toResource(*image, parameters) : nullptr;
 }
 
 std::optional<InputMovieEffect::AudioRead> InputMovieEffect::audioRead(const Render::ObjectContext& context) const {

@@ -15,6 +15,7 @@ class AudioBuffer;
 class ImageBuffer;
 class ResourceBuffer;
 class WaveformBuffer;
+struct ConvertParameters;
 }  // namespace Media
 
 namespace Effect {
@@ -69,6 +70,11 @@ class MediaAccess {
   virtual void preloadResourceImage(const std::wstring& path) = 0;
   // A GPU copy of a still picture that the caller owns; empty when it cannot be read.
   virtual std::unique_ptr<Media::ResourceBuffer> getResourceImageCopy(const std::wstring& path) = 0;
+
+  // A CPU image as a GPU image in the frame's format, converted as `parameters` say; on
+  // the GPU thread. Empty when there is no device.
+  virtual std::unique_ptr<Media::ResourceBuffer> toResource(const Media::ImageBuffer& image,
+                                                            const Media::ConvertParameters& parameters) = 0;
 
   // `count` samples of the source from sample `position` counted at `positionRate`, moved
   // by `startSeconds` of the source and read at `speed` (negative: backwards). Empty when

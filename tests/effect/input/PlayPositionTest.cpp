@@ -17,6 +17,7 @@
 #include "effect/movement/BuiltinMovements.h"
 #include "media/ResourceBuffer.h"
 #include "media/audio/AudioBuffer.h"
+#include "media/image/ConvertParameters.h"
 #include "media/image/ImageBuffer.h"
 
 namespace {
@@ -48,6 +49,10 @@ class FakeMedia final : public Effect::MediaAccess {
   }
   void preloadResourceImage(const std::wstring&) override {}
   std::unique_ptr<Media::ResourceBuffer> getResourceImageCopy(const std::wstring&) override { return nullptr; }
+  std::unique_ptr<Media::ResourceBuffer> toResource(const Media::ImageBuffer&,
+                                                    const Media::ConvertParameters&) override {
+    return nullptr;
+  }
   std::shared_ptr<Media::AudioBuffer> readAudioRange(const std::wstring&, std::int32_t, std::int64_t, std::int32_t,
                                                      std::int32_t, double, double) override {
     return nullptr;
