@@ -11,6 +11,7 @@
 #include "edit/ProjectOpener.h"
 #include "effect/EffectService.h"
 #include "media/GraphicsService.h"
+#include "media/figure/FigureResource.h"
 #include "media/image/ImageService.h"
 #include "event/EventService.h"
 #include "setting/SettingService.h"
@@ -23,6 +24,7 @@
 #include "system/Text.h"
 #include "system/Version.h"
 #include "platform/egl_gl/GlBackendFactory.h"
+#include "platform/qt/QtFigureRasterizer.h"
 #include "platform/qt/QtImageCodec.h"
 #include "plugin/InputService.h"
 #include "render/RenderService.h"
@@ -79,7 +81,9 @@ void Application::start() {
   // 9. Image files, through Qt's image readers and writers.
   Media::ImageService::setCodecFactory(::Platform::createQtImageCodec);
   Service<Media::ImageService>::acquire();
-  // 10. Paint service.
+  // 10. Paint service: the figures, painted by Qt's raster engine.
+  Resource::FigureResource::setRasterizerFactory(::Platform::createQtFigureRasterizer);
+  Service<Resource::FigureResource>::acquire();
   // 11. The graphics device: OpenGL through EGL, on a GPU where one is present.
   Media::GraphicsService::setBackendFactory(::Platform::createGlBackend);
   Media::GraphicsService* graphics = Service<Media::GraphicsService>::acquire();
@@ -174,6 +178,7 @@ void Application::shutdown() {
   Worker::WorkerThread::setExceptionReporter(nullptr);
   Service<Event::EventService>::release();
   Service<Media::GraphicsService>::release();
+  Service<Resource::FigureResource>::release();
   Service<Media::ImageService>::release();
   System::Log::info("App::Application::shutdown", "%s end", System::kProductName);
   Service<System::Logger>::release();

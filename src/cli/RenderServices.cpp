@@ -7,8 +7,10 @@
 #include "effect/EffectService.h"
 #include "event/EventService.h"
 #include "media/GraphicsService.h"
+#include "media/figure/FigureResource.h"
 #include "media/image/ImageService.h"
 #include "platform/egl_gl/GlBackendFactory.h"
+#include "platform/qt/QtFigureRasterizer.h"
 #include "platform/qt/QtImageCodec.h"
 #include "plugin/InputService.h"
 #include "render/RenderService.h"
@@ -30,6 +32,8 @@ RenderServices::RenderServices() {
   const Edit::SceneDefaults scene = Service<Setting::SettingService>::get()->sceneDefaults();
   Media::ImageService::setCodecFactory(::Platform::createQtImageCodec);
   images_ = Service<Media::ImageService>::acquire();
+  Resource::FigureResource::setRasterizerFactory(::Platform::createQtFigureRasterizer);
+  Service<Resource::FigureResource>::acquire();
   Media::GraphicsService::setBackendFactory(::Platform::createGlBackend);
   graphics_ = Service<Media::GraphicsService>::acquire();
   graphics_->createSharedResources(static_cast<std::uint32_t>(scene.width), static_cast<std::uint32_t>(scene.height));
@@ -54,6 +58,7 @@ RenderServices::~RenderServices() {
   Service<Plugin::InputService>::release();
   Service<Event::EventService>::release();
   Service<Media::GraphicsService>::release();
+  Service<Resource::FigureResource>::release();
   Service<Media::ImageService>::release();
   System::Log::resetHandler();
 }

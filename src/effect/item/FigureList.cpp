@@ -1,7 +1,6 @@
 #include "effect/item/FigureList.h"
 
-#include "system/File.h"
-#include "system/FileName.h"
+#include "media/figure/FigureResource.h"
 
 namespace Effect::FigureList {
 
@@ -12,13 +11,8 @@ std::shared_ptr<const SelectList>& shared() {
   return list;
 }
 
-std::shared_ptr<const SelectList> build() {
-  std::vector<std::wstring> labels{L"背景", L"円", L"四角形", L"三角形", L"五角形", L"六角形", L"星型", L"ハート"};
-  for (const System::DirectoryEntry& file : System::listFiles(L"*.svg", System::FileName::expand(L"%Figure%"))) {
-    labels.push_back(System::FileName::baseName(file.path));
-  }
-  return SelectList::make(labels);
-}
+// The figure list's own names, so that an index means the same figure here and there.
+std::shared_ptr<const SelectList> build() { return SelectList::make(Resource::FigureResource::listNames()); }
 
 }  // namespace
 
