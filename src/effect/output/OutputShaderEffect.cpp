@@ -21,6 +21,7 @@
 #include "media/surface/SurfaceConstants.h"
 #include "media/surface/SurfaceShaders.h"
 #include "render/ObjectContext.h"
+#include "render/ObjectGeometry.h"
 #include "render/RenderVideoWorker.h"
 #include "render/ViewMatrix.h"
 #include "system/Exception.h"
@@ -190,10 +191,10 @@ void OutputShaderEffect::drawImage(const Render::ObjectContext& context, const R
   options.samplerState = view.sampler.value_or(context.geometry ? 1 : 0);
   options.rasterizerState = view.hideBackFaces ? 1 : 0;
   if (constants.blend != 0) options.frameCopy = &shared.copyOf(target);
-  // The model input's mesh takes the quad's place once it exists; until then every
-  // object is its image's quad.
-  shared.surfaces().drawTextured(target, shared.quad(image.width(), image.height()), image,
-                                 shared.surfaceConstants(), options);
+  // A geometry of the context (a swarm of particles) takes the place of the image's quad.
+  const Media::VertexListQuadPosUv& quads =
+      context.geometry ? context.geometry->quads : shared.quad(image.width(), image.height());
+  shared.surfaces().drawTextured(target, quads, image, shared.surfaceConstants(), options);
 }
 
 void OutputShaderEffect::drawDirect(const Render::ObjectContext& context, const Render::ObjectView& view,
