@@ -4,6 +4,7 @@
 // starts the graphics device.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -25,8 +26,8 @@ std::string project(const std::string& objects = "") {
          objects;
 }
 
-const std::string kFigure =
-    "[0]\nlayer=0\nframe=0,9\n[0.0]\neffect.name=図形\n図形の種類=背景\n色=202840\n[0.1]\neffect.name=標準描画\n";
+// テキスト cannot draw yet: it stands for any effect that is left out.
+const std::string kText = "[0]\nlayer=0\nframe=0,9\n[0.0]\neffect.name=テキスト\n[0.1]\neffect.name=標準描画\n";
 
 struct ToolRun {
   int status;
@@ -56,10 +57,10 @@ TEST(CliRender, WritesEachFrameAndSaysWhatWasLeftOut) {
 
   // An object whose effect does not draw yet is left out, said once, and the frames
   // are written all the same.
-  const std::string figure = folder.writeFile("figure.svj2", project(kFigure)).string();
-  const ToolRun partly = cli(folder, "'" + figure + "' --frames 0-2 -o '" + folder.path().string() + "/f_%02d.png' --depth 16");
+  const std::string text = folder.writeFile("text.svj2", project(kText)).string();
+  const ToolRun partly = cli(folder, "'" + text + "' --frames 0-2 -o '" + folder.path().string() + "/f_%02d.png' --depth 16");
   EXPECT_EQ(partly.status, Cli::kPartlyFailed) << partly.output;
-  EXPECT_NE(partly.output.find("frame 0: object left out: [図形] on layer 1"), std::string::npos) << partly.output;
+  EXPECT_NE(partly.output.find("frame 0: object left out: [テキスト] on layer 1"), std::string::npos) << partly.output;
   EXPECT_EQ(partly.output.find("frame 1:"), std::string::npos) << partly.output;
   for (const char* name : {"f_00.png", "f_01.png", "f_02.png"}) EXPECT_TRUE(std::filesystem::exists(folder.path() / name));
 }
@@ -92,6 +93,30 @@ TEST(CliRender, RefusesWrongCommandLinesAndUnusableFiles) {
   EXPECT_EQ(unwritable.status, Cli::kUnreadable);
   EXPECT_NE(unwritable.output.find("cannot be written"), std::string::npos) << unwritable.output;
   EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+// The example project of the README, carried to a folder of its own as a user would:
+// its media are found below the new folder, and frame 30 shows the background, the
+// bars, and the nested scene with its star.
+TEST(CliRender, TheExampleProjectShowsItsPicturesFiguresAndNestedScene) {
+  TestSupport::TempDirectory folder;
+  const std::filesystem::path examples = SORVEL_EXAMPLES_DIR;
+  std::filesystem::copy(examples, folder.path() / "examples", std::filesystem::copy_options::recursive);
+  const std::string out = (folder.path() / "demo.png").string();
+  const ToolRun run = cli(folder, "'" + (folder.path() / "examples" / "demo.svj2").string() + "' --frame 30 -o '" + out + "'");
+  ASSERT_EQ(run.status, Cli::kSuccess) << run.output;
+  const auto image = readPng(out);
+  ASSERT_EQ(image->width(), 1280u);
+  const auto rgba = [&](std::uint32_t x, std::uint32_t y) {
+    const std::byte* p = image->row(y) + x * 4;
+    return std::array<int, 4>{std::to_integer<int>(p[0]), std::to_integer<int>(p[1]), std::to_integer<int>(p[2]),
+                              std::to_integer<int>(p[3])};
+  };
+  EXPECT_EQ(rgba(5, 5), (std::array<int, 4>{0x20, 0x28, 0x40, 255}));    // the background figure
+  EXPECT_EQ(rgba(200, 360), (std::array<int, 4>{255, 255, 255, 255}));  // the bars, four times their size
+  EXPECT_EQ(rgba(400, 360), (std::array<int, 4>{255, 0, 0, 255}));
+  EXPECT_EQ(rgba(700, 200), (std::array<int, 4>{0x10, 0x30, 0x20, 255}));  // the nested scene
+  EXPECT_EQ(rgba(960, 360), (std::array<int, 4>{0xff, 0xcc, 0x00, 255}));  // its star's middle
 }
 
 }  // namespace
