@@ -10,8 +10,10 @@
 #include "edit/EditService.h"
 #include "edit/ProjectOpener.h"
 #include "effect/EffectService.h"
+#include "effect/item/ItemEnvironment.h"
 #include "media/GraphicsService.h"
 #include "media/figure/FigureResource.h"
+#include "media/font/FontManager.h"
 #include "media/image/ImageService.h"
 #include "event/EventService.h"
 #include "setting/SettingService.h"
@@ -25,6 +27,7 @@
 #include "system/Version.h"
 #include "platform/egl_gl/GlBackendFactory.h"
 #include "platform/qt/QtFigureRasterizer.h"
+#include "platform/qt/QtFontSource.h"
 #include "platform/qt/QtImageCodec.h"
 #include "plugin/InputService.h"
 #include "render/RenderService.h"
@@ -84,6 +87,10 @@ void Application::start() {
   // 10. Paint service: the figures, painted by Qt's raster engine.
   Resource::FigureResource::setRasterizerFactory(::Platform::createQtFigureRasterizer);
   Service<Resource::FigureResource>::acquire();
+  //     The installed fonts, which the font items list.
+  Media::FontManager::setSourceFactory(::Platform::createQtFontSource);
+  Service<Media::FontManager>::acquire();
+  Effect::ItemEnvironment::get().installedFonts = [] { return Service<Media::FontManager>::get()->getFontList(); };
   // 11. The graphics device: OpenGL through EGL, on a GPU where one is present.
   Media::GraphicsService::setBackendFactory(::Platform::createGlBackend);
   Media::GraphicsService* graphics = Service<Media::GraphicsService>::acquire();
@@ -178,6 +185,7 @@ void Application::shutdown() {
   Worker::WorkerThread::setExceptionReporter(nullptr);
   Service<Event::EventService>::release();
   Service<Media::GraphicsService>::release();
+  Service<Media::FontManager>::release();
   Service<Resource::FigureResource>::release();
   Service<Media::ImageService>::release();
   System::Log::info("App::Application::shutdown", "%s end", System::kProductName);
