@@ -6,6 +6,8 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <thread>
+#include <vector>
 
 #include "media/figure/FigureResource.h"
 #include "media/image/ImageBuffer.h"
@@ -185,6 +187,25 @@ TEST_F(Figures, UnreadableFilesAreRefusedWithAMessage) {
   } catch (const System::Exception& exception) {
     EXPECT_NE(exception.text().find("figure.svg"), std::string::npos) << exception.text();
   }
+}
+
+TEST_F(Figures, RenderThreadsDrawAtOnceAsOneThreadDoes) {
+  const auto star = draw(L"星型", 40, 3.0f);
+  const auto file = draw(L"a", 8, 0.0f, false, {0, 1, 0, 1});
+  std::vector<int> same(8, 0);
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 8; ++i) {
+    threads.emplace_back([&, i] {
+      bool equal = true;
+      for (int round = 0; round < 10; ++round) {
+        equal = equal && (i % 2 == 0 ? sameImage(*draw(L"星型", 40, 3.0f), *star)
+                                     : sameImage(*draw(L"a", 8, 0.0f, false, {0, 1, 0, 1}), *file));
+      }
+      same[static_cast<std::size_t>(i)] = equal ? 1 : 0;
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(same, std::vector<int>(8, 1));
 }
 
 }  // namespace
