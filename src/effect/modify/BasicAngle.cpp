@@ -1,5 +1,9 @@
 #include "effect/modify/BasicAngle.h"
 
+#include "effect/item/EffectItemNumber.h"
+#include "media/ResourceBuffer.h"
+#include "render/ObjectContext.h"
+
 namespace Effect {
 
 namespace {
@@ -15,5 +19,14 @@ constexpr ItemRow kItems[] = {
 
 const EffectInfo BasicAngle::kInfo{L"回転", EffectType::Filter, EffectMedia::Video, EffectMedia::Video,
                                    L"基本効果", kItems};
+
+std::unique_ptr<Media::ResourceBuffer> BasicAngle::filterVideo(Render::ObjectContext& context,
+                                                               std::unique_ptr<Media::ResourceBuffer> image) {
+  const ItemContext items = Render::itemsAt(context);
+  context.view.rotationX += static_cast<float>(item<EffectItemNumber>(L"X").getValueAt(items));
+  context.view.rotationY += static_cast<float>(item<EffectItemNumber>(L"Y").getValueAt(items));
+  context.view.rotationZ += static_cast<float>(item<EffectItemNumber>(L"Z").getValueAt(items));
+  return image;
+}
 
 }  // namespace Effect

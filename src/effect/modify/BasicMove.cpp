@@ -1,5 +1,9 @@
 #include "effect/modify/BasicMove.h"
 
+#include "effect/item/EffectItemNumber.h"
+#include "media/ResourceBuffer.h"
+#include "render/ObjectContext.h"
+
 namespace Effect {
 
 namespace {
@@ -15,5 +19,14 @@ constexpr ItemRow kItems[] = {
 
 const EffectInfo BasicMove::kInfo{L"座標", EffectType::Filter, EffectMedia::Video, EffectMedia::Video,
                                   L"基本効果", kItems};
+
+std::unique_ptr<Media::ResourceBuffer> BasicMove::filterVideo(Render::ObjectContext& context,
+                                                              std::unique_ptr<Media::ResourceBuffer> image) {
+  const ItemContext items = Render::itemsAt(context);
+  context.view.x += static_cast<float>(item<EffectItemNumber>(L"X").getValueAt(items));
+  context.view.y += static_cast<float>(item<EffectItemNumber>(L"Y").getValueAt(items));
+  context.view.z += static_cast<float>(item<EffectItemNumber>(L"Z").getValueAt(items));
+  return image;
+}
 
 }  // namespace Effect

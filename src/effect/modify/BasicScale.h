@@ -9,6 +9,10 @@ class BasicScale final : public EffectInstance<BasicScale> {
  public:
   static const EffectInfo kInfo;
   BasicScale() : EffectInstance(kInfo) {}
+
+  // Changes the object's view, not its pixels: the image passes unchanged.
+  std::unique_ptr<Media::ResourceBuffer> filterVideo(Render::ObjectContext& context,
+                                                     std::unique_ptr<Media::ResourceBuffer> image) override;
 };
 
 }  // namespace Effect
