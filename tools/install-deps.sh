@@ -13,6 +13,8 @@ PACKAGES=(
   libswresample-dev libavutil-dev libluajit-5.1-2 liblua5.1-0
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth
+  # end-to-end window tests: input and screenshots under Xvfb
+  xdotool imagemagick
   # fonts: the user interface speaks Japanese
   fonts-noto-cjk fonts-dejavu-core
   # numbers in files must not follow the process locale: tests build a comma locale

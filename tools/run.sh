@@ -5,5 +5,5 @@ set -euo pipefail
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 bash "$root/tools/install-deps.sh"
 bash "$root/tools/build.sh"
-if [ "$#" -eq 0 ]; then set -- "$root/examples/demo.svj2"; fi
+if [ "$#" -eq 0 ] && [ -f "$root/examples/demo.svj2" ]; then set -- "$root/examples/demo.svj2"; fi
 exec "${SORVEL_BUILD_DIR:-$root/build}/bin/sorvel2" "$@"

@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include <algorithm>
 #include <exception>
 #include <thread>
 
@@ -19,6 +20,7 @@
 #include "setting/SettingService.h"
 #include "system/Log.h"
 #include "system/Logger.h"
+#include "system/MainIniFile.h"
 #include "system/ProcessFlags.h"
 #include "system/Singleton.h"
 #include "system/TerminationSignals.h"
@@ -32,6 +34,10 @@
 #include "plugin/InputService.h"
 #include "render/RenderService.h"
 #include "undo/UndoService.h"
+#include "window/ClientTable.h"
+#include "window/WindowClient.h"
+#include "window/WindowService.h"
+#include "window/WindowStyle.h"
 #include "worker/WorkerThread.h"
 
 namespace App {
@@ -70,6 +76,12 @@ int Application::run() {
 // pixels and the program applies its own scaling.
 void Application::start() {
   Dialog::setPresenter(platform_.messagePresenter());
+  // SIGTERM and SIGINT close the program as the main window's close button does, from
+  // the first step on: a box that start-up opens does not keep them out.
+  terminationDescriptor_ = System::TerminationSignals::install();
+  platform_.watch(terminationDescriptor_, [this] {
+    if (System::TerminationSignals::drain()) requestClose();
+  });
 
   // 4. The settings come first, with the main ini. The first path expansion creates the
   //    data directory tree. Nothing may read configuration before this step.
@@ -106,8 +118,11 @@ void Application::start() {
   events->setMainThread(std::this_thread::get_id());
   Worker::WorkerThread::setExceptionReporter([events](std::exception_ptr failure) { events->postException(failure); });
   // 15. Keyboard shortcuts.  16. Window mouse service.
-  // 17. Window service: for now a plain main window stands in for it.
-  platform_.createMainWindow(System::Text::fromUtf8(System::kProductName), [this] { requestClose(); });
+  // 17. Window service: the main window, not yet shown.
+  windows_ = std::make_unique<Window::WindowService>(
+      platform_.windowServices(), Window::WindowStyle::fromSettings(*settings), System::MainIniFile::get());
+  windows_->setCloseHandler([this] { requestClose(); });
+  events->setRelayoutHandler([this] { windows_->relayout(); });
   // 18. Status line "Initializing...".
   // 19. Input, output, script, filter plug-in, script module and common plug-in services:
   //     for now the input service with the built-in readers.
@@ -133,16 +148,18 @@ void Application::start() {
   });
   // 24. The render front: its worker threads start and wait for work.
   Service<Render::RenderService>::acquire();
-  // 25. Window contents.  26. Menus.  27. Trust list saved.
-  // 28. Layout shown.  29. Status line cleared.
+  // 25. Window contents: each client reads its group and, if floating, opens its
+  //     window. Those whose content is not built yet show their title.
+  const std::int32_t explorers = std::clamp(settings->config()["ExplorerWindowNum"].tryInt().value_or(2), 1, 16);
+  for (const Window::ClientSpec& spec : Window::standardClients(explorers)) {
+    clients_.push_back(std::make_unique<Window::WindowClient>(*windows_, spec));
+  }
+  // 26. Menus.  27. Trust list saved.
+  // 28. Layout shown.
+  windows_->show();
+  // 29. Status line cleared.
   // 30. Application begin: every listener in subscription order.
   events->applicationBegin.fire();
-
-  // SIGTERM and SIGINT close the program as the main window's close button does.
-  terminationDescriptor_ = System::TerminationSignals::install();
-  platform_.watch(terminationDescriptor_, [this] {
-    if (System::TerminationSignals::drain()) requestClose();
-  });
 }
 
 // 31. The main loop, under the inner handler: an exception that leaves the loop (most of
@@ -150,7 +167,8 @@ void Application::start() {
 // down in order.
 void Application::runMainLoop() {
   try {
-    platform_.run();
+    // A close asked for during start-up (a signal while a box was open) skips the loop.
+    if (!closeRequested_) platform_.run();
   } catch (const std::exception& exception) {
     System::exceptionOccurred = true;
     // The project life cycle clears its auto-backup timer and saves the emergency
@@ -170,8 +188,9 @@ void Application::shutdown() {
   Service<Event::EventService>::get()->applicationEnd.fire();
   // 3. Player stopped.  4. Render front workers stopped.
   Service<Render::RenderService>::get()->stop();
-  // 5. Releases, in reverse order of creation.
+  // 5. Releases, in reverse order of creation. The window contents write their groups.
   subscriptions_.clear();
+  clients_.clear();
   Service<Render::RenderService>::release();
   projectOpener_.reset();
   // The undo service lets go of the edit service's sections before that goes.
@@ -181,7 +200,8 @@ void Application::shutdown() {
   Service<Effect::EffectService>::release();
   Service<Cache::CacheInstance>::release();
   Service<Plugin::InputService>::release();
-  platform_.destroyMainWindow();
+  Service<Event::EventService>::get()->setRelayoutHandler(nullptr);
+  windows_.reset();
   Worker::WorkerThread::setExceptionReporter(nullptr);
   Service<Event::EventService>::release();
   Service<Media::GraphicsService>::release();
@@ -207,6 +227,10 @@ void Application::relaunchIfRequested() {
 
 // Closing the main window, SIGTERM and SIGINT all end here. The project life cycle will
 // ask its discard question first and keep the window when the user says no.
-void Application::requestClose() { platform_.quit(); }
+void Application::requestClose() {
+  closeRequested_ = true;
+  platform_.beginClosing();
+  platform_.quit();
+}
 
 }  // namespace App

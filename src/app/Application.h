@@ -13,6 +13,11 @@ namespace Edit {
 class ProjectOpener;
 }
 
+namespace Window {
+class WindowClient;
+class WindowService;
+}  // namespace Window
+
 namespace App {
 
 class Platform;
@@ -35,6 +40,10 @@ class Application {
   Platform& platform_;
   std::vector<std::wstring> arguments_;
   int terminationDescriptor_ = -1;
+  bool closeRequested_ = false;
+  std::unique_ptr<Window::WindowService> windows_;
+  // The window contents, in order of creation.
+  std::vector<std::unique_ptr<Window::WindowClient>> clients_;
   // The edit service's part of application begin; it stands in for the project life
   // cycle until that is built.
   std::unique_ptr<Edit::ProjectOpener> projectOpener_;

@@ -1,6 +1,6 @@
 // What the entry point needs of the windowing platform: the main loop, a way to run
 // work on the main thread from any thread, descriptors watched by the loop, and the
-// stand-in main window. Implemented with Qt in src/platform/qt.
+// window services. Implemented with Qt in src/platform/qt.
 #pragma once
 
 #include <exception>
@@ -15,6 +15,10 @@ namespace Dialog {
 class MessagePresenter;
 }
 
+namespace Window {
+class PlatformServices;
+}
+
 namespace App {
 
 class Platform : public Event::MainThreadPoster {
@@ -24,10 +28,13 @@ class Platform : public Event::MainThreadPoster {
   // False for the offscreen and minimal platforms: boxes are then logged, not shown.
   virtual bool hasDisplay() const = 0;
 
-  // The stand-in main window. `onCloseRequested` runs when the user closes it; the
-  // window stays until destroyMainWindow().
-  virtual void createMainWindow(const std::wstring& title, std::function<void()> onCloseRequested) = 0;
-  virtual void destroyMainWindow() = 0;
+  // Windows, menus, timers and the rest that the window service draws on. Main thread,
+  // once the platform exists; it lives as long as the platform.
+  virtual Window::PlatformServices& windowServices() = 0;
+
+  // The way down has begun: no message box is shown from now on. quit() still ends the
+  // loops that run.
+  virtual void beginClosing() = 0;
 
   // Runs the loop until quit(). A callback that throws ends the loop, and its exception
   // is rethrown here, after the loop: no exception ever crosses the toolkit's loop.

@@ -2,6 +2,7 @@
 
 #include <cstdarg>
 
+#include "system/IniFile.h"
 #include "system/Log.h"
 #include "system/Text.h"
 #include "system/Version.h"
@@ -70,6 +71,16 @@ void showExceptionText(const std::string& text) {
 void showWarning(const std::wstring& text) {
   present(Translate::translate("Message", text), System::Text::fromUtf8(System::kProductName), MessageKind::Warning,
           true);
+}
+
+void showWarningOnce(const std::wstring& text, System::IniFile* memory, std::string_view section,
+                     std::string_view key, const std::string& value) {
+  if (memory) {
+    System::IniFile::VALUE& seen = memory->value(section, key);
+    if (seen.text == value) return;
+    seen.text = value;
+  }
+  showWarning(text);
 }
 
 bool confirm(const std::wstring& text, bool answerWithoutDisplay) {

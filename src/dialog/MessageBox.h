@@ -8,6 +8,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+
+namespace System {
+class IniFile;
+}
 
 namespace Dialog {
 
@@ -44,6 +49,11 @@ void showExceptionText(const std::string& text);
 
 // A translated warning with the program's title; the program goes on after it.
 void showWarning(const std::wstring& text);
+
+// The warning, unless `memory` already holds `value` under `section` and `key`; the
+// value is remembered there when the warning is shown. A null memory always shows it.
+void showWarningOnce(const std::wstring& text, System::IniFile* memory, std::string_view section,
+                     std::string_view key, const std::string& value);
 
 // Translated question, OK means yes. With no presenter the answer is
 // `answerWithoutDisplay`, chosen by the caller so that a headless run keeps the user's work.

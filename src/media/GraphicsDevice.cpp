@@ -30,12 +30,14 @@ GraphicsDevice::GraphicsDevice(BackendFactory factory, DeviceSettings settings) 
   thread_ = std::thread([this] { loop(); });
   try {
     std::string warning;
-    run([this, &factory, &warning] {
+    std::string renderer;
+    run([this, &factory, &warning, &renderer] {
       backend_ = factory();
       warning = logStart();
+      renderer = backend_->rendererName();
     });
     // The user is told on the starting thread, which owns the windows.
-    if (!warning.empty() && settings_.warnUser) settings_.warnUser(warning);
+    if (!warning.empty() && settings_.warnUser) settings_.warnUser(warning, renderer);
   } catch (...) {
     // A back end that started but failed later goes on its own thread, like any other.
     post([this] { backend_.reset(); });

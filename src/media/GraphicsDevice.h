@@ -35,8 +35,8 @@ struct DeviceSettings {
   Format maskFormat = Format::A8Unorm;
   std::uint32_t shadowBufferSize = 0;
   // Shows the start's warnings to the user where a display exists; they are logged in
-  // any case.
-  std::function<void(const std::string& text)> warnUser;
+  // any case. `renderer` names the GPU's renderer, so a warning can be told once for it.
+  std::function<void(const std::string& text, const std::string& renderer)> warnUser;
 };
 
 class GraphicsDevice {

@@ -57,7 +57,11 @@ GraphicsService::GraphicsService() {
   DeviceSettings settings = readSettings(setting->config());
   // The box belongs to the main thread; the device reports from its start, which runs
   // on the thread that acquires this service.
-  settings.warnUser = [](const std::string& text) { Dialog::showWarning(System::Text::fromUtf8(text)); };
+  // Once per renderer and installation; the log has the warning at every start.
+  settings.warnUser = [](const std::string& text, const std::string& renderer) {
+    Dialog::showWarningOnce(System::Text::fromUtf8(text), System::MainIniFile::get(), "Direct3D",
+                            "ROVWarningRenderer", renderer);
+  };
   if (!backendFactory()) throw System::NoteException(kPlace, "graphics back end not installed.");
   device_ = std::make_unique<GraphicsDevice>(backendFactory(), std::move(settings));
   // The last step of the device's start: no conversion may run before the tables exist.

@@ -379,7 +379,7 @@ void WindowService::paint() {
   Media::RenderTarget& target = mainWindow_->renderTarget();
   Media::DrawScope scope(target, {0.0f, 0.0f, static_cast<float>(mainWindow_->clientWidth()),
                                   static_cast<float>(mainWindow_->clientHeight())});
-  const auto solid = [](const Media::Color& color) { return Media::Brush::solid(color); };
+  const auto solid = [](const Media::ColorF& color) { return Media::Brush::solid(color); };
   target.fillRect({0.0f, 0.0f, static_cast<float>(mainWindow_->clientWidth()),
                    static_cast<float>(mainWindow_->clientHeight())},
                   solid(style_.background));

@@ -16,7 +16,7 @@ void readSize(System::IniFile::SectionRef section, const char* key, std::int32_t
 }
 
 // The first colour of a list; a gradient pair "a,b" gives its first colour.
-void readColor(System::IniFile::SectionRef section, const char* key, Media::Color& color) {
+void readColor(System::IniFile::SectionRef section, const char* key, Media::ColorF& color) {
   const System::IniFile::VALUE& value = section[key];
   if (value.empty()) return;
   try {

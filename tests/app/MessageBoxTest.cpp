@@ -6,6 +6,7 @@
 
 #include "dialog/MessageBox.h"
 #include "system/Exception.h"
+#include "system/IniFile.h"
 #include "system/Log.h"
 
 namespace {
@@ -83,6 +84,21 @@ TEST_F(MessageBoxTest, QuestionWithoutDisplayTakesTheCallersAnswer) {
   Dialog::setPresenter(cancelling);
   EXPECT_FALSE(Dialog::confirm(L"復元しますか？", true));
   EXPECT_EQ(cancelling->shown.at(0).kind, Dialog::MessageKind::Confirmation);
+}
+
+TEST_F(MessageBoxTest, AWarningOnceIsShownAgainOnlyForANewValue) {
+  auto presenter = std::make_shared<ScriptedPresenter>(true);
+  Dialog::setPresenter(presenter);
+  System::IniFile memory;
+  memory.loadMemory("[Direct3D]\r\nMultiSampleCount=8\r\n");
+  Dialog::showWarningOnce(L"no ordered views", &memory, "Direct3D", "ROVWarningRenderer", "llvmpipe");
+  Dialog::showWarningOnce(L"no ordered views", &memory, "Direct3D", "ROVWarningRenderer", "llvmpipe");
+  ASSERT_EQ(presenter->shown.size(), 1u);
+  EXPECT_EQ(memory.section("Direct3D")["ROVWarningRenderer"].text, "llvmpipe");
+  Dialog::showWarningOnce(L"no ordered views", &memory, "Direct3D", "ROVWarningRenderer", "other GPU");
+  EXPECT_EQ(presenter->shown.size(), 2u);
+  Dialog::showWarningOnce(L"no ordered views", nullptr, "Direct3D", "ROVWarningRenderer", "other GPU");
+  EXPECT_EQ(presenter->shown.size(), 3u);
 }
 
 }  // namespace

@@ -7,7 +7,17 @@
 #include <stdexcept>
 #include <thread>
 
+#include <QImage>
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+#include "platform/qt/QtCanvasWindow.h"
 #include "platform/qt/QtPlatform.h"
+#include "system/IniFile.h"
+#include "window/ClientTable.h"
+#include "window/WindowService.h"
 #include "system/Exception.h"
 #include "system/TerminationSignals.h"
 #include "system/Timer.h"
@@ -18,7 +28,9 @@ App::Platform& platform() {
   static int argc = 1;
   static char name[] = "sorvel_app_tests";
   static char* argv[] = {name, nullptr};
-  static const std::unique_ptr<App::Platform> instance = Platform::createQtPlatform(argc, argv);
+  // Never destroyed: once windows have existed, Qt's own globals may go before an
+  // application object that outlives main(), and its input devices would fault.
+  static App::Platform* const instance = Platform::createQtPlatform(argc, argv).release();
   return *instance;
 }
 
@@ -81,6 +93,52 @@ TEST(QtPlatform, TimersAndWatchedDescriptorsRunOnTheLoop) {
   loop.run();
   loop.unwatch(descriptor);
   EXPECT_TRUE(seen);
+}
+
+// The window service on Qt's offscreen platform: the canvas shows exactly what the
+// layout painted, separators and frames on whole pixels, and the footer.
+TEST(QtPlatform, TheMainWindowCanvasShowsTheLayoutOnWholePixels) {
+  App::Platform& loop = platform();
+  Window::WindowStyle style;
+  style.separatorSize = 4;
+  style.footerHeight = 20;
+  style.windowSeparator = {1, 0, 0, 1};
+  style.windowBorder = {0, 0, 1, 1};
+  style.footer = {0, 1, 0, 1};
+  System::IniFile ini;
+  ini.loadMemory("[Window]\r\nw=1000\r\nh=600\r\n");
+  Window::WindowService service(loop.windowServices(), style, &ini);
+  std::vector<std::unique_ptr<Window::WindowClient>> clients;
+  for (const Window::ClientSpec& spec : Window::standardClients(1)) {
+    clients.push_back(std::make_unique<Window::WindowClient>(service, spec));
+  }
+  service.show();
+  loop.post([&] { loop.quit(); });
+  loop.run();
+  auto* widget = static_cast<QWidget*>(Platform::canvasWidget(service.mainWindow()));
+  ASSERT_NE(widget, nullptr);
+  EXPECT_EQ(widget->size(), QSize(1000, 600));
+  EXPECT_EQ(service.clientWidth(), 1002);
+  const QImage shown = widget->grab().toImage();
+  EXPECT_EQ(shown.pixel(798, 100) & 0xffffff, 0x0000ffu);
+  EXPECT_EQ(shown.pixel(799, 100) & 0xffffff, 0xff0000u);
+  EXPECT_EQ(shown.pixel(800, 100) & 0xffffff, 0xff0000u);
+  EXPECT_EQ(shown.pixel(801, 100) & 0xffffff, 0x0000ffu);
+  EXPECT_EQ(shown.pixel(500, 590) & 0xffffff, 0x00ff00u);
+
+  // A floating client gets its own canvas, transient for the main window.
+  service.setFloating(*service.findClient(L"オブジェクト設定"), true);
+  Window::WindowClient& floating = *service.findClient(L"オブジェクト設定");
+  ASSERT_NE(floating.floatingWindow(), nullptr);
+  auto* own = static_cast<QWidget*>(Platform::canvasWidget(floating.floatingWindow()->window()));
+  EXPECT_EQ(own->parentWidget(), widget);
+  EXPECT_TRUE(own->isWindow());
+  EXPECT_GE(own->width(), 256);
+  EXPECT_FALSE(own->windowFlags() & Qt::WindowMinimizeButtonHint);
+  // The relayout that docking posts runs before the service goes.
+  loop.post([&] { loop.quit(); });
+  loop.run();
+  clients.clear();
 }
 
 }  // namespace

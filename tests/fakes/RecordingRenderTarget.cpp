@@ -86,7 +86,7 @@ RecordingRenderTarget::RecordingRenderTarget(std::int32_t width, std::int32_t he
 void RecordingRenderTarget::resize(std::int32_t width, std::int32_t height) {
   width_ = width;
   height_ = height;
-  pixels_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), Media::Color{0, 0, 0, 0});
+  pixels_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), Media::ColorF{0, 0, 0, 0});
 }
 
 Media::SizeF RecordingRenderTarget::pixelSize() const {
@@ -112,7 +112,7 @@ std::vector<std::wstring> RecordingRenderTarget::texts() const {
   return result;
 }
 
-Media::Color RecordingRenderTarget::pixel(std::int32_t x, std::int32_t y) const {
+Media::ColorF RecordingRenderTarget::pixel(std::int32_t x, std::int32_t y) const {
   if (x < 0 || y < 0 || x >= width_ || y >= height_) return {0, 0, 0, 0};
   return pixels_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(x)];
 }
@@ -124,7 +124,7 @@ bool RecordingRenderTarget::flush() {
   return false;
 }
 
-void RecordingRenderTarget::record(Kind kind, const Media::RectF& rect, const Media::Color& color) {
+void RecordingRenderTarget::record(Kind kind, const Media::RectF& rect, const Media::ColorF& color) {
   Operation operation;
   operation.kind = kind;
   operation.rect = rect;
@@ -133,7 +133,7 @@ void RecordingRenderTarget::record(Kind kind, const Media::RectF& rect, const Me
   operations_.push_back(std::move(operation));
 }
 
-void RecordingRenderTarget::doClear(const Media::Color& color) {
+void RecordingRenderTarget::doClear(const Media::ColorF& color) {
   record(Kind::Clear, {0, 0, static_cast<float>(width_), static_cast<float>(height_)}, color);
   std::fill(pixels_.begin(), pixels_.end(), color);
 }

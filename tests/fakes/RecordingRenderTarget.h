@@ -34,7 +34,7 @@ class RecordingRenderTarget : public Media::RenderTarget {
   struct Operation {
     Kind kind = Kind::Fill;
     Media::RectF rect;   // absolute
-    Media::Color color;  // the brush's first colour
+    Media::ColorF color;  // the brush's first colour
     std::vector<Media::PointF> points;
     std::wstring text;
     Media::RectF clip;  // in force at the time
@@ -54,7 +54,7 @@ class RecordingRenderTarget : public Media::RenderTarget {
   // The texts drawn, in order.
   std::vector<std::wstring> texts() const;
   // The colour the last solid fill gave the pixel; transparent when none did.
-  Media::Color pixel(std::int32_t x, std::int32_t y) const;
+  Media::ColorF pixel(std::int32_t x, std::int32_t y) const;
   std::int32_t opens() const noexcept { return opens_; }
   std::int32_t flushes() const noexcept { return flushes_; }
   void failNextFlush() noexcept { failNextFlush_ = true; }
@@ -63,7 +63,7 @@ class RecordingRenderTarget : public Media::RenderTarget {
   void open() override { ++opens_; }
   bool flush() override;
   void clipChanged() override {}
-  void doClear(const Media::Color& color) override;
+  void doClear(const Media::ColorF& color) override;
   void doFillRect(const Media::RectF& rect, const Media::Brush& brush) override;
   void doFillRoundedRect(const Media::RectF& rect, float radius, const Media::Brush& brush) override;
   void doDrawPath(const std::vector<Media::PointF>& points, bool closed, const Media::Brush& brush, float width,
@@ -74,11 +74,11 @@ class RecordingRenderTarget : public Media::RenderTarget {
   void doDrawTextLayout(Media::PointF at, const Media::TextLayout& layout, const Media::Brush& brush) override;
 
  private:
-  void record(Kind kind, const Media::RectF& rect, const Media::Color& color);
+  void record(Kind kind, const Media::RectF& rect, const Media::ColorF& color);
 
   std::int32_t width_ = 0;
   std::int32_t height_ = 0;
-  std::vector<Media::Color> pixels_;
+  std::vector<Media::ColorF> pixels_;
   std::vector<Operation> operations_;
   std::int32_t opens_ = 0;
   std::int32_t flushes_ = 0;

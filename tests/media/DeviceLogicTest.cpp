@@ -82,7 +82,7 @@ TEST_F(DeviceLogic, WorkRunsOnTheGpuThreadAndItsFailureComesBack) {
 TEST(DeviceStart, MissingOrderedViewsWarnTheUserOnceAndGoOn) {
   std::vector<std::string> warnings;
   Media::DeviceSettings settings;
-  settings.warnUser = [&](const std::string& text) { warnings.push_back(text); };
+  settings.warnUser = [&](const std::string& text, const std::string&) { warnings.push_back(text); };
   Media::GraphicsDevice device([] { return std::make_unique<FakeBackend>(); }, settings);
   ASSERT_EQ(warnings.size(), 1u);
   EXPECT_EQ(warnings[0], "D3D ROVs not supported.\n\n一部の機能が正しく動作しない可能性があります");

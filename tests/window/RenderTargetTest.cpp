@@ -12,7 +12,7 @@ namespace {
 using Media::DrawScope;
 using TestSupport::RecordingRenderTarget;
 
-const Media::Color kRed{1, 0, 0, 1};
+const Media::ColorF kRed{1, 0, 0, 1};
 
 TEST(RenderTarget, NestedScopesShareOnePairAndMoveTheOrigin) {
   RecordingRenderTarget target(100, 80);

@@ -53,7 +53,7 @@ Brush RenderTarget::absolute(const Brush& brush) const {
   return moved;
 }
 
-void RenderTarget::clear(const Color& color) { doClear(color); }
+void RenderTarget::clear(const ColorF& color) { doClear(color); }
 
 void RenderTarget::fillRect(const RectF& rect, const Brush& brush) {
   if (rect.empty()) return;

@@ -13,12 +13,12 @@
 namespace Media {
 
 // Straight (not premultiplied) channels, 0.0 to 1.0.
-struct Color {
+struct ColorF {
   float r = 0.0f;
   float g = 0.0f;
   float b = 0.0f;
   float a = 1.0f;
-  friend bool operator==(const Color&, const Color&) = default;
+  friend bool operator==(const ColorF&, const ColorF&) = default;
 };
 
 struct PointF {
@@ -49,14 +49,14 @@ struct RectF {
 // A solid colour, or a linear gradient from `start` to `end` (in target coordinates
 // relative to the origin at the time of drawing).
 struct Brush {
-  Color color;
+  ColorF color;
   bool gradient = false;
-  Color endColor;
+  ColorF endColor;
   PointF start;
   PointF end;
 
-  static Brush solid(Color color) { return Brush{color, false, color, {}, {}}; }
-  static Brush linear(Color from, Color to, PointF start, PointF end) { return Brush{from, true, to, start, end}; }
+  static Brush solid(ColorF color) { return Brush{color, false, color, {}, {}}; }
+  static Brush linear(ColorF from, ColorF to, PointF start, PointF end) { return Brush{from, true, to, start, end}; }
 };
 
 // The toolkit's four strokes: flat caps with mitred joins, the same with round joins,
@@ -134,7 +134,7 @@ class RenderTarget {
   // Absolute; the whole target when the stack is empty.
   RectF clip() const;
 
-  void clear(const Color& color);
+  void clear(const ColorF& color);
   void fillRect(const RectF& rect, const Brush& brush);
   void fillRoundedRect(const RectF& rect, float radius, const Brush& brush);
   // The outline centred on the rectangle's edge, as the stroke of a path would be.
@@ -162,7 +162,7 @@ class RenderTarget {
   // Returns false when the platform could not flush.
   virtual bool flush() = 0;
   virtual void clipChanged() = 0;
-  virtual void doClear(const Color& color) = 0;
+  virtual void doClear(const ColorF& color) = 0;
   virtual void doFillRect(const RectF& rect, const Brush& brush) = 0;
   virtual void doFillRoundedRect(const RectF& rect, float radius, const Brush& brush) = 0;
   virtual void doDrawPath(const std::vector<PointF>& points, bool closed, const Brush& brush, float width,

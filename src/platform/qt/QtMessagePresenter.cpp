@@ -15,7 +15,10 @@ namespace {
 
 class QtMessagePresenter : public Dialog::MessagePresenter {
  public:
+  explicit QtMessagePresenter(std::shared_ptr<std::atomic<bool>> closing) : closing_(std::move(closing)) {}
+
   std::optional<bool> show(const std::wstring& text, const std::wstring& caption, Dialog::MessageKind kind) override {
+    if (closing_ && closing_->load()) return std::nullopt;
     QWidget* owner = QApplication::activeWindow();
     // Other top-level windows of the program are disabled around the box and enabled
     // again afterwards; the owner comes back to the front.
@@ -33,8 +36,13 @@ class QtMessagePresenter : public Dialog::MessagePresenter {
     const int answer = box.exec();
     for (QWidget* window : disabled) window->setEnabled(true);
     if (owner) owner->activateWindow();
+    // A box that the way down closed answers nothing.
+    if (closing_ && closing_->load()) return std::nullopt;
     return answer == QMessageBox::Ok;
   }
+
+ private:
+  std::shared_ptr<std::atomic<bool>> closing_;
 };
 
 class StandardErrorPresenter : public Dialog::MessagePresenter {
@@ -48,8 +56,9 @@ class StandardErrorPresenter : public Dialog::MessagePresenter {
 
 }  // namespace
 
-std::shared_ptr<Dialog::MessagePresenter> createMessagePresenter(bool hasDisplay) {
-  if (hasDisplay) return std::make_shared<QtMessagePresenter>();
+std::shared_ptr<Dialog::MessagePresenter> createMessagePresenter(bool hasDisplay,
+                                                                 std::shared_ptr<std::atomic<bool>> closing) {
+  if (hasDisplay) return std::make_shared<QtMessagePresenter>(std::move(closing));
   return std::make_shared<StandardErrorPresenter>();
 }
 

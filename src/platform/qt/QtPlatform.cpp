@@ -1,7 +1,6 @@
 #include "platform/qt/QtPlatform.h"
 
 #include <QApplication>
-#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QGuiApplication>
@@ -10,10 +9,12 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <atomic>
 #include <cstdlib>
 #include <map>
 
 #include "platform/qt/QtMessagePresenter.h"
+#include "platform/qt/QtWindowServices.h"
 #include "system/Exception.h"
 #include "system/Text.h"
 #include "system/TimerBackend.h"
@@ -51,21 +52,6 @@ class MainThreadDispatcher : public QObject {
   std::function<void(const std::function<void()>&)> runGuarded_;
 };
 
-class MainWindow : public QWidget {
- public:
-  explicit MainWindow(std::function<void()> onCloseRequested) : onCloseRequested_(std::move(onCloseRequested)) {}
-
- protected:
-  void closeEvent(QCloseEvent* event) override {
-    // The program decides whether and when the window goes; it is destroyed in order.
-    event->ignore();
-    onCloseRequested_();
-  }
-
- private:
-  std::function<void()> onCloseRequested_;
-};
-
 class QtPlatform : public App::Platform, public System::TimerBackend {
  public:
   QtPlatform(int& argc, char** argv) : application_(argc, argv) {
@@ -81,20 +67,26 @@ class QtPlatform : public App::Platform, public System::TimerBackend {
     System::setTimerBackend(nullptr);
     timers_.clear();
     notifiers_.clear();
-    window_.reset();
+    windowServices_.reset();
     dispatcher_.reset();
   }
 
   bool hasDisplay() const override { return hasDisplay_; }
 
-  void createMainWindow(const std::wstring& title, std::function<void()> onCloseRequested) override {
-    window_ = std::make_unique<MainWindow>([this, onCloseRequested] { runGuarded(onCloseRequested); });
-    window_->setWindowTitle(toQString(title));
-    window_->resize(1280, 720);
-    window_->show();
+  Window::PlatformServices& windowServices() override {
+    if (!windowServices_) {
+      LoopAccess loop;
+      loop.guard = [this](const std::function<void()>& callback) { runGuarded(callback); };
+      loop.post = [this](std::function<void()> task) { post(std::move(task)); };
+      loop.watch = [this](int descriptor, std::function<void()> callback) { watch(descriptor, std::move(callback)); };
+      loop.unwatch = [this](int descriptor) { unwatch(descriptor); };
+      loop.presenter = [this] { return messagePresenter(); };
+      windowServices_ = createWindowServices(std::move(loop));
+    }
+    return *windowServices_;
   }
 
-  void destroyMainWindow() override { window_.reset(); }
+  void beginClosing() override { closing_->store(true); }
 
   void run() override {
     failure_ = nullptr;
@@ -106,6 +98,7 @@ class QtPlatform : public App::Platform, public System::TimerBackend {
     }
   }
 
+  // Every running loop ends, the nested loop of a modal box or dialog included.
   void quit() override { QCoreApplication::exit(0); }
 
   void post(std::function<void()> task) override {
@@ -122,7 +115,7 @@ class QtPlatform : public App::Platform, public System::TimerBackend {
   void unwatch(int descriptor) override { notifiers_.erase(descriptor); }
 
   std::shared_ptr<Dialog::MessagePresenter> messagePresenter() override {
-    return createMessagePresenter(hasDisplay_);
+    return createMessagePresenter(hasDisplay_, closing_);
   }
 
   std::uint32_t start(std::int32_t milliseconds, bool precise, std::function<void()> callback) override {
@@ -168,7 +161,8 @@ class QtPlatform : public App::Platform, public System::TimerBackend {
   QApplication application_;
   bool hasDisplay_ = false;
   std::unique_ptr<MainThreadDispatcher> dispatcher_;
-  std::unique_ptr<MainWindow> window_;
+  std::unique_ptr<Window::PlatformServices> windowServices_;
+  std::shared_ptr<std::atomic<bool>> closing_ = std::make_shared<std::atomic<bool>>(false);
   std::map<int, std::unique_ptr<QSocketNotifier>> notifiers_;
   std::map<std::uint32_t, std::unique_ptr<QTimer>> timers_;
   std::uint32_t lastTimerId_ = 0;
