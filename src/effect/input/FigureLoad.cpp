@@ -66,17 +66,23 @@ std::shared_ptr<Media::ImageBuffer> FigureLoad::draw(const Drawing& drawing) {
   const Resource::FigureResource* resource = figures();
   if (!resource) return nullptr;
   std::shared_ptr<Media::ImageBuffer> image;
-  if (drawing.figure >= 0) {
-    if (static_cast<std::size_t>(drawing.figure) >= resource->figures().size()) return nullptr;
-    image = resource->draw(resource->figures()[static_cast<std::size_t>(drawing.figure)], drawing.width,
-                           drawing.height, drawing.color, drawing.lineWidth, drawing.fitLine);
-  } else {
-    try {
+  // An SVG file can vanish or break after the list was made, whether it is chosen from
+  // the list or as a file.
+  const std::wstring& source =
+      drawing.figure >= 0 && static_cast<std::size_t>(drawing.figure) < resource->figures().size()
+          ? resource->figures()[static_cast<std::size_t>(drawing.figure)].fileName
+          : drawing.file;
+  try {
+    if (drawing.figure >= 0) {
+      if (static_cast<std::size_t>(drawing.figure) >= resource->figures().size()) return nullptr;
+      image = resource->draw(resource->figures()[static_cast<std::size_t>(drawing.figure)], drawing.width,
+                             drawing.height, drawing.color, drawing.lineWidth, drawing.fitLine);
+    } else {
       image = resource->drawFile(drawing.file, drawing.width, drawing.height, drawing.color);
-    } catch (const System::Exception&) {
-      warnUnreadableOnce("Effect::FigureLoad::inputVideo", drawing.file);
-      return nullptr;
     }
+  } catch (const System::Exception&) {
+    warnUnreadableOnce("Effect::FigureLoad::inputVideo", source);
+    return nullptr;
   }
   std::lock_guard lock(mutex_);
   drawn_ = drawing;
