@@ -176,4 +176,34 @@ void ImageBuffer::convertFrom(const BitmapInfoHeader& header, std::span<const st
   }
 }
 
+std::vector<std::byte> ImageBuffer::toBitmap() const {
+  const BitmapInfoHeader header = getBitmapInfoHeader(format_, width_, height_);
+  const std::uint32_t bits = header.biBitCount;
+  const std::size_t targetRow = bitmapRowBytes(bits, width_);
+  std::vector<std::byte> bitmap(targetRow * height_);
+  for (std::uint32_t y = 0; y < height_; ++y) {
+    const std::byte* in = row(y);
+    switch (bits) {
+      case 24: {
+        // RGB bitmaps stand bottom row first.
+        std::byte* out = bitmap.data() + targetRow * (height_ - 1 - y);
+        for (std::uint32_t x = 0; x < width_; ++x) std::memcpy(out + x * 3, in + x * 4, 3);
+        break;
+      }
+      case 32:
+        std::memcpy(bitmap.data() + targetRow * (height_ - 1 - y), in, std::size_t{width_} * 4);
+        break;
+      case 48: {
+        std::byte* out = bitmap.data() + targetRow * y;
+        for (std::uint32_t x = 0; x < width_; ++x) std::memcpy(out + x * 6, in + x * 8, 6);
+        break;
+      }
+      default:
+        std::memcpy(bitmap.data() + targetRow * y, in, std::min<std::size_t>(targetRow, pitch_));
+        break;
+    }
+  }
+  return bitmap;
+}
+
 }  // namespace Media

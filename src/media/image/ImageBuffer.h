@@ -9,6 +9,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "media/Format.h"
 #include "media/image/BitmapInfoHeader.h"
@@ -51,6 +52,9 @@ class ImageBuffer {
   // 64 into HF64 or PA64. Source rows are (bits / 8 * width) rounded up to 4 bytes. Any
   // other bitmap, or data shorter than the bitmap, logs an error and clears the buffer.
   void convertFrom(const BitmapInfoHeader& header, std::span<const std::byte> data);
+  // The image as the device-independent bitmap of its format's header, the reverse of
+  // convertFrom: what a writer stores and a codec or plug-in is handed.
+  std::vector<std::byte> toBitmap() const;
 
  private:
   struct AlignedDelete {
