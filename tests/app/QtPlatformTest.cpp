@@ -15,6 +15,7 @@
 
 #include "platform/qt/QtCanvasWindow.h"
 #include "platform/qt/QtPlatform.h"
+#include "platform/qt/QtRenderTarget.h"
 #include "system/IniFile.h"
 #include "window/ClientTable.h"
 #include "window/WindowService.h"
@@ -139,6 +140,37 @@ TEST(QtPlatform, TheMainWindowCanvasShowsTheLayoutOnWholePixels) {
   loop.post([&] { loop.quit(); });
   loop.run();
   clients.clear();
+}
+
+// The image target: the outermost pair reports what it drew, clips hold, and text
+// layouts agree with themselves whatever font the machine has.
+TEST(QtPlatform, TheImageTargetReportsWhatItDrewAndLaysOutText) {
+  platform();
+  std::vector<QRect> changed;
+  Platform::QtRenderTarget target([&](const QRect& rect) { changed.push_back(rect); });
+  target.resize(100, 50);
+  {
+    Media::DrawScope scope(target, {10, 10, 40, 30});
+    target.fillRect({0, 0, 100, 100}, Media::Brush::solid({1, 0, 0, 1}));
+  }
+  ASSERT_EQ(changed.size(), 1u);
+  EXPECT_EQ(changed[0], QRect(10, 10, 30, 20));
+  EXPECT_EQ(target.image().pixel(10, 10), qRgb(255, 0, 0));
+  EXPECT_EQ(target.image().pixel(39, 29), qRgb(255, 0, 0));
+  EXPECT_EQ(qAlpha(target.image().pixel(40, 29)), 0);
+
+  const auto layout = target.createTextLayout(L"ab\ncdef", {L"Noto Sans CJK JP", 13.0f}, 0.0f, 0.0f);
+  const auto lines = layout->lines();
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[1].start, 3u);
+  EXPECT_GT(lines[1].top, lines[0].top);
+  for (std::size_t position : {3u, 4u, 6u}) {
+    const Media::TextLayout::Caret caret = layout->caretAt(position, false);
+    const auto hit = layout->hitTestPoint(caret.x + 0.5f, caret.top + caret.height / 2.0f);
+    EXPECT_EQ(hit.position, position);
+    EXPECT_FALSE(hit.trailing);
+  }
+  EXPECT_GT(layout->caretAt(5, false).x, layout->caretAt(4, false).x);
 }
 
 }  // namespace

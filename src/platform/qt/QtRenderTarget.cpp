@@ -84,7 +84,8 @@ class QtTextLayout : public Media::TextLayout {
     for (;;) {
       QTextLine line = layout_.createLine();
       if (!line.isValid()) break;
-      if (maxWidth > 0.0f) line.setLineWidth(maxWidth);
+      // A line is laid out only once it has a width; without a limit it breaks at line ends alone.
+      line.setLineWidth(maxWidth > 0.0f ? maxWidth : 1.0e6);
       line.setPosition(QPointF(0.0, y));
       y += static_cast<float>(line.height());
     }
@@ -118,7 +119,8 @@ class QtTextLayout : public Media::TextLayout {
     const int cursor = static_cast<int>(std::min(position + (trailing ? 1 : 0), length_));
     for (int i = 0; i < layout_.lineCount(); ++i) {
       const QTextLine line = layout_.lineAt(i);
-      if (cursor <= line.textStart() + line.textLength() || i + 1 == layout_.lineCount()) {
+      // A position at a line's end that holds a line break belongs to the next line.
+      if (cursor < line.textStart() + line.textLength() || i + 1 == layout_.lineCount()) {
         return {static_cast<float>(line.cursorToX(cursor)), static_cast<float>(line.y()),
                 static_cast<float>(line.height())};
       }
