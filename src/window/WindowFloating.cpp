@@ -43,7 +43,10 @@ void WindowFloating::paintRequested() {
   service_.repaintClient(client_);
 }
 
-void WindowFloating::closeRequested() { service_.toggleClient(client_); }
+void WindowFloating::closeRequested() {
+  if (service_.inputDisabled()) return;
+  service_.toggleClient(client_);
+}
 
 void WindowFloating::geometryChanged(const WindowGeometry& geometry, bool maximized, bool minimized) {
   client_.setFloatingZoomed(maximized);
@@ -51,6 +54,7 @@ void WindowFloating::geometryChanged(const WindowGeometry& geometry, bool maximi
 }
 
 void WindowFloating::mousePressed(MouseButton button, std::int32_t x, std::int32_t y, std::uint32_t) {
+  if (service_.inputDisabled()) return;
   if (client_.mousePressed(button, x, y)) return;
   if (button != MouseButton::Right) return;
   // The same operations as the docked client's menu; docking back lives here, since

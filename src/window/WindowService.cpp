@@ -960,6 +960,7 @@ void WindowService::resized(std::int32_t, std::int32_t) { relayout(); }
 void WindowService::paintRequested() { paint(); }
 
 void WindowService::closeRequested() {
+  if (inputDisabled_) return;
   if (closeHandler_) closeHandler_();
 }
 
@@ -973,6 +974,7 @@ void WindowService::geometryChanged(const WindowGeometry& geometry, bool maximiz
 }
 
 void WindowService::mouseMoved(std::int32_t x, std::int32_t y, std::uint32_t) {
+  if (inputDisabled_) return;
   if (dragging_) {
     dragSeparator(x, y);
     return;
@@ -1002,6 +1004,7 @@ void WindowService::mouseMoved(std::int32_t x, std::int32_t y, std::uint32_t) {
 }
 
 void WindowService::mousePressed(MouseButton button, std::int32_t x, std::int32_t y, std::uint32_t) {
+  if (inputDisabled_) return;
   if (groupTabPressed(button, x, y)) return;
   if (button == MouseButton::Left) {
     if (const std::optional<SeparatorHit> hit = hitTestSeparator(x, y)) {

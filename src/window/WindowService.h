@@ -105,6 +105,11 @@ class WindowService : public WindowEventsBase {
   bool dragging() const noexcept { return dragging_; }
   const SeparatorHit& separator() const noexcept { return separator_; }
 
+  // While a file export runs the user's input is dropped: clicks, drags, keys and the
+  // close buttons of the main and floating windows. Painting and posted work go on.
+  void setInputDisabled(bool disabled) noexcept { inputDisabled_ = disabled; }
+  bool inputDisabled() const noexcept { return inputDisabled_; }
+
   // The message pump's wait handles: a readable descriptor calls `callback`.
   void addWaitHandle(int descriptor, std::function<void()> callback);
   void removeWaitHandle(int descriptor);
@@ -164,6 +169,7 @@ class WindowService : public WindowEventsBase {
   // A tab being dragged: its client, and whether it moved.
   WindowClient* tabDrag_ = nullptr;
   CursorShape cursor_ = CursorShape::Arrow;
+  bool inputDisabled_ = false;
 
   // The `Window` group: the main window's frame-less screen rectangle.
   std::int32_t x_ = 0;

@@ -151,4 +151,26 @@ TEST(WindowMenu, AFloatingClientComesBackInItsWindow) {
   EXPECT_EQ(pixels(fixture.client(kExplorer)).x, 1);
 }
 
+TEST(WindowMenu, WhileInputIsDisabledNothingTheUserDoesArrives) {
+  WindowFixture fixture("[Window.setting.color]\r\nfloating=1\r\nhide=0\r\n");
+  Window::WindowService& service = fixture.service();
+  bool closeAsked = false;
+  service.setCloseHandler([&] { closeAsked = true; });
+  FakeWindow& floating = *fixture.platform().windows().back();
+  service.setInputDisabled(true);
+  fixture.main().drag(199, 100, 299, 100);
+  fixture.main().press(900, 100, Window::MouseButton::Right);
+  fixture.main().close();
+  floating.close();
+  EXPECT_EQ(pixels(fixture.client(kPreview)).x, 201);
+  EXPECT_EQ(fixture.platform().menusShown(), 0);
+  EXPECT_FALSE(closeAsked);
+  EXPECT_FALSE(fixture.client(kColor).hidden());
+  service.setInputDisabled(false);
+  fixture.main().close();
+  EXPECT_TRUE(closeAsked);
+  fixture.main().drag(199, 100, 299, 100);
+  EXPECT_EQ(pixels(fixture.client(kPreview)).x, 301);
+}
+
 }  // namespace
