@@ -129,7 +129,11 @@ void WindowService::registerClient(WindowClient& client) {
     client.setFloatingWindow(std::make_unique<WindowFloating>(*this, client));
     applyFloating(client);
   } else {
+    // Docked clients stand in order of first creation, a client made again included.
     dockedClients_.push_back(&client);
+    std::stable_sort(dockedClients_.begin(), dockedClients_.end(), [this](WindowClient* a, WindowClient* b) {
+      return clientMap_.at(a->title()).index < clientMap_.at(b->title()).index;
+    });
   }
 }
 

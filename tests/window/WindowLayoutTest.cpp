@@ -121,4 +121,23 @@ TEST(WindowLayout, ExplorersFollowTheirCount) {
   EXPECT_EQ(plugin.area, Window::Area::Centre);
 }
 
+TEST(WindowLayout, AClientMadeAgainKeepsItsPlaceAndItsValues) {
+  FakePlatformServices platform;
+  System::IniFile ini;
+  Window::WindowService service(platform, Window::WindowStyle(), &ini);
+  const auto spec = [](const char* group, const wchar_t* title, float left, float right) {
+    return Window::ClientSpec{group, title, 1, left, 0.0f, right, 1.0f, Window::Area::Centre, true};
+  };
+  auto a = std::make_unique<Window::WindowClient>(service, spec("Window.a", L"A", 0.0f, 0.3f));
+  auto b = std::make_unique<Window::WindowClient>(service, spec("Window.b", L"B", 0.3f, 0.6f));
+  auto c = std::make_unique<Window::WindowClient>(service, spec("Window.c", L"C", 0.6f, 1.0f));
+  service.show();
+  b->setFractions({0.3f, 0.0f, 0.5f, 1.0f});
+  b.reset();  // stores its group
+  b = std::make_unique<Window::WindowClient>(service, spec("Window.b", L"B", 0.3f, 0.6f));
+  EXPECT_EQ(service.dockedClients(), (std::vector<Window::WindowClient*>{a.get(), b.get(), c.get()}));
+  EXPECT_FLOAT_EQ(b->fractions().right, 0.5f);
+  EXPECT_EQ(service.findClient(L"B"), b.get());
+}
+
 }  // namespace
