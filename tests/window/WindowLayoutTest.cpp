@@ -43,7 +43,8 @@ TEST(WindowLayout, DamagedStoredRectanglesAreRepaired) {
   WindowFixture fixture(
       "[Window.edit]\r\nleft=0.7\r\nright=0.2\r\ntop=abc\r\n"
       "[Window.setting.text]\r\nhide=0\r\n"
-      "[Window.log]\r\narea=9\r\n");
+      "[Window.log]\r\narea=9\r\n"
+      "[Window.scene.list]\r\nleft=nan\r\nbottom=inf\r\n");
   const Window::Fractions timeline = fixture.client(kTimeline).fractions();
   const Window::Fractions text = fixture.client(kText).fractions();
   // right < left became zero width, which counts as 0.001 against the editor's 0.3.
@@ -54,6 +55,10 @@ TEST(WindowLayout, DamagedStoredRectanglesAreRepaired) {
   EXPECT_FLOAT_EQ(timeline.top, 0.7f);  // a top that is no number is the default
   EXPECT_EQ(fixture.client(kTimeline).width(), 0);
   EXPECT_EQ(fixture.client(kLog).area(), Window::Area::Centre);
+  // "nan" and "inf" are no numbers: the defaults stand and the left column stacks both.
+  EXPECT_EQ(pixels(fixture.client(kScenes)).x, 1);
+  EXPECT_GT(fixture.client(kScenes).height(), 0);
+  EXPECT_GT(fixture.client(kExplorer).height(), 0);
 }
 
 TEST(WindowLayout, PaintsSeparatorsFramesAndFooter) {
