@@ -3,6 +3,8 @@
 #include "cache/CacheInstance.h"
 #include "edit/EditService.h"
 #include "media/GraphicsService.h"
+#include "media/audio/AudioBlockBuffer.h"
+#include "render/RenderAudioWorker.h"
 #include "render/RenderVideoWorker.h"
 #include "setting/SettingService.h"
 #include "system/Exception.h"
@@ -25,6 +27,7 @@ RenderService::RenderService() : cache_(System::Singleton<Cache::CacheInstance>:
       requireService<Media::GraphicsService>("Media::GraphicsService").device(),
       requireService<Edit::EditService>("Edit::EditService"),
       VideoWorkerSettings::read(requireService<Setting::SettingService>("Setting::SettingService")));
+  audio_ = std::make_unique<RenderAudioWorker>(requireService<Edit::EditService>("Edit::EditService"));
   video_->setFramePasses(System::Singleton<Media::GraphicsService>::get()->framePasses());
   if (cache_) {
     RenderVideoWorker* video = video_.get();
@@ -33,15 +36,26 @@ RenderService::RenderService() : cache_(System::Singleton<Cache::CacheInstance>:
                                           std::function<void(std::shared_ptr<Media::ImageBuffer>)> deliver) {
       video->renderSceneImage(scene, frame, std::move(deliver));
     });
+    RenderAudioWorker* audio = audio_.get();
+    cache_->setSceneAudioRenderer([audio](const std::shared_ptr<Edit::Scene>& scene, std::int32_t block,
+                                          std::function<void(std::shared_ptr<Media::AudioBlockBuffer>)> deliver) {
+      audio->createSceneAudioBlock(scene, block, std::move(deliver));
+    });
   }
 }
 
 RenderService::~RenderService() {
   stop();
   // The cache outlives the render front.
-  if (cache_) cache_->setSceneImageRenderer(nullptr);
+  if (cache_) {
+    cache_->setSceneImageRenderer(nullptr);
+    cache_->setSceneAudioRenderer(nullptr);
+  }
 }
 
-void RenderService::stop() { video_->stop(); }
+void RenderService::stop() {
+  audio_->stop();
+  video_->stop();
+}
 
 }  // namespace Render

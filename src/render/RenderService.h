@@ -15,6 +15,7 @@ class CacheInstance;
 
 namespace Render {
 
+class RenderAudioWorker;
 class RenderVideoWorker;
 
 class RenderService {
@@ -30,6 +31,7 @@ class RenderService {
   RenderService& operator=(const RenderService&) = delete;
 
   RenderVideoWorker& video() noexcept { return *video_; }
+  RenderAudioWorker& audio() noexcept { return *audio_; }
 
   // The worker threads, at exit, before the services they use go.
   void stop();
@@ -37,6 +39,7 @@ class RenderService {
  private:
   Cache::CacheInstance* cache_ = nullptr;
   std::unique_ptr<RenderVideoWorker> video_;
+  std::unique_ptr<RenderAudioWorker> audio_;
 };
 
 }  // namespace Render

@@ -56,7 +56,13 @@ std::optional<InputMovieEffect::AudioRead> InputMovieEffect::audioRead(const Ren
   // backward read covers the span that ends at p and is turned round.
   double start = p;
   if (speed < 0.0) start -= context.sampleCount / rate * -speed;
-  return AudioRead{start - context.objectSample / rate * std::fabs(speed), speed};
+  // The start is kept to whole samples of the object's own position: the frame grid
+  // rounds each frame's first sample, and the fraction it leaves would move a frame's
+  // span by a sample against the one before, repeating or skipping one at the edge.
+  const double magnitude = std::fabs(speed);
+  double offset = (start * rate - context.objectSample * magnitude);
+  if (magnitude > 0.0) offset = std::round(offset / magnitude) * magnitude;
+  return AudioRead{offset / rate, speed};
 }
 
 std::shared_ptr<Media::AudioBuffer> InputMovieEffect::readAudio(const Render::ObjectContext& context) {

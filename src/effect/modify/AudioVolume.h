@@ -6,10 +6,20 @@
 
 namespace Effect {
 
+class EffectItemNumber;
+
 class AudioVolume final : public EffectInstance<AudioVolume> {
  public:
   static const EffectInfo kInfo;
-  AudioVolume() : EffectInstance(kInfo) {}
+  AudioVolume();
+
+  // The gains of 音声再生 for the same values, on the samples themselves.
+  std::shared_ptr<Media::AudioBuffer> filterAudio(Render::ObjectContext& context,
+                                                  std::shared_ptr<Media::AudioBuffer> block) override;
+
+ private:
+  const EffectItemNumber& volume_;
+  const EffectItemNumber& pan_;
 };
 
 }  // namespace Effect

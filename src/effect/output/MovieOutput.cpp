@@ -1,6 +1,9 @@
 #include "effect/output/MovieOutput.h"
 
+#include "effect/item/EffectItemNumber.h"
 #include "effect/output/BasicOutputItems.h"
+#include "media/audio/AudioBuffer.h"
+#include "render/ObjectContext.h"
 
 namespace Effect {
 
@@ -12,5 +15,13 @@ constexpr auto kItems = joinItems(kBasicOutputItems, std::array{number(L"音量"
 }  // namespace
 
 const EffectInfo MovieOutput::kInfo{L"映像再生", EffectType::Output, EffectMedia::Both, EffectMedia::Both, L"", kItems};
+
+MovieOutput::MovieOutput() : EffectInstance(kInfo), volume_(item<EffectItemNumber>(L"音量")) {}
+
+void MovieOutput::outputAudio(Render::ObjectContext& context, std::shared_ptr<Media::AudioBuffer> block) {
+  if (!block) return;
+  applyVolumeAndPan(context.gainLeft, context.gainRight, volume_.getValueAt(Render::itemsAt(context)), 0.0);
+  mix(context, *block);
+}
 
 }  // namespace Effect

@@ -2,13 +2,22 @@
 #pragma once
 
 #include "effect/output/BasicOutput.h"
+#include "effect/output/OutputAudioEffect.h"
 
 namespace Effect {
 
-class MovieOutput final : public EffectInstance<MovieOutput, BasicOutput> {
+class EffectItemNumber;
+
+class MovieOutput final : public EffectInstance<MovieOutput, BasicOutput>, public OutputAudioEffect {
  public:
   static const EffectInfo kInfo;
-  MovieOutput() : EffectInstance(kInfo) {}
+  MovieOutput();
+
+  // Audio object thread: the movie's sound at 音量, centred.
+  void outputAudio(Render::ObjectContext& context, std::shared_ptr<Media::AudioBuffer> block) override;
+
+ private:
+  const EffectItemNumber& volume_;
 };
 
 }  // namespace Effect

@@ -1,8 +1,10 @@
 #include "effect/output/TimeControl.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "edit/Object.h"
+#include "edit/Scene.h"
 #include "effect/item/EffectItemInteger.h"
 #include "effect/item/EffectItemNumber.h"
 #include "effect/movement/BuiltinMovements.h"
@@ -36,17 +38,29 @@ TimeControl::TimeControl()
 std::int32_t TimeControl::getLayerRange() const { return layerRange_.value(); }
 
 void TimeControl::prepareVideo(Render::ObjectContext& context) {
+  context.exactFrame = curveFrame(context, std::max(frameStep_.value(), 1));
+  context.frame = static_cast<std::int32_t>(context.exactFrame);
+}
+
+void TimeControl::prepareAudio(Render::ObjectContext& context) {
+  // Sound is never held in steps: held frames would repeat one span of samples.
+  context.exactFrame = curveFrame(context, 1);
+  context.frame = static_cast<std::int32_t>(context.exactFrame);
+  if (!context.scene || context.scene->videoRate <= 0) return;
+  context.frameSample = std::llround(static_cast<double>(context.sampleRate) * context.exactFrame *
+                                     context.scene->videoScale / context.scene->videoRate);
+}
+
+double TimeControl::curveFrame(const Render::ObjectContext& context, std::int64_t step) const {
   const Edit::Object& object = *context.object;
   const std::int64_t length = std::int64_t{object.end} - object.start + 1;
   std::int64_t relative = std::int64_t{context.frame} - object.start;
   // コマ落ち holds each moment for that many frames; 繰り返し runs the curve that many
   // times over the object's length.
-  const std::int64_t step = std::max(frameStep_.value(), 1);
   relative -= relative % step;
-  const auto curveFrame = static_cast<std::int32_t>(object.start + relative * repeat_.value() % length);
-  const double position = position_.getValueAt(ItemContext::at(object, curveFrame));
-  context.exactFrame = position * 0.01 * (object.end - object.start) + object.start;
-  context.frame = static_cast<std::int32_t>(context.exactFrame);
+  const auto frame = static_cast<std::int32_t>(object.start + relative * repeat_.value() % length);
+  const double position = position_.getValueAt(ItemContext::at(object, frame));
+  return position * 0.01 * (object.end - object.start) + object.start;
 }
 
 void TimeControl::initialize() {

@@ -10,6 +10,7 @@ target_sources(sorvel_effect PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GroupControl.cpp
   ${CMAKE_CURRENT_LIST_DIR}/MaterialSetting.cpp
   ${CMAKE_CURRENT_LIST_DIR}/MovieOutput.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/OutputAudioEffect.cpp
   ${CMAKE_CURRENT_LIST_DIR}/OutputShaderEffect.cpp
   ${CMAKE_CURRENT_LIST_DIR}/PartEffect.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ParticleOutput.cpp

@@ -26,6 +26,8 @@ class AudioBlockBuffer : public AudioBuffer {
   // integers become stereo. Any other combination logs a warning and gives an empty
   // stereo block. The bytes are only read during the call.
   explicit AudioBlockBuffer(const AudioSampleData& data);
+  // A block that its maker fills, such as a second of a scene's mix; not cleared.
+  AudioBlockBuffer(std::uint32_t sampleCount, std::uint32_t channels) : AudioBuffer(sampleCount, channels) {}
 };
 
 }  // namespace Media
