@@ -31,5 +31,6 @@ extern const Command kInfoCommand;
 extern const Command kConvertCommand;
 extern const Command kProbeCommand;
 extern const Command kRenderCommand;
+extern const Command kPlayCommand;
 
 }  // namespace Cli
