@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "media/target/RenderTarget.h"
+#include "translate/Translate.h"
 #include "window/WindowFloating.h"
 #include "window/WindowGroupTab.h"
 #include "window/WindowService.h"
@@ -13,6 +14,9 @@ namespace {
 
 using System::Config::Float;
 using System::Config::Int;
+
+// The window menu's texts, in the user's language.
+std::wstring menuText(const wchar_t* text) { return Translate::translate("Menu", text); }
 
 }  // namespace
 
@@ -57,14 +61,15 @@ void WindowClient::paint(Media::RenderTarget& target) {
 
 void WindowClient::buildWindowMenu(PopupMenu& menu) {
   WindowService& service = service_;
-  PopupMenuItem placement{L"ウィンドウ配置"};
+  PopupMenuItem placement{menuText(L"ウィンドウ配置")};
   if (floating()) {
-    placement.children.emplace_back(L"ウィンドウを統合", [this, &service] { service.setFloating(*this, false); });
+    placement.children.emplace_back(menuText(L"ウィンドウを統合"),
+                                    [this, &service] { service.setFloating(*this, false); });
   } else {
     static constexpr const wchar_t* kAreaNames[kAreaCount] = {L"左側エリア", L"右側エリア", L"上側エリア",
                                                               L"下側エリア", L"中央エリア"};
     for (std::int32_t area = 0; area < kAreaCount; ++area) {
-      PopupMenuItem item{kAreaNames[area], [this, &service, area] { service.setArea(*this, static_cast<Area>(area)); }};
+      PopupMenuItem item{menuText(kAreaNames[area]), [this, &service, area] { service.setArea(*this, static_cast<Area>(area)); }};
       item.radio = true;
       item.checked = area_ == area;
       placement.children.push_back(std::move(item));
@@ -76,23 +81,27 @@ void WindowClient::buildWindowMenu(PopupMenu& menu) {
     }
     const bool up = service.canMoveUp(*ordered);
     const bool down = service.canMoveDown(*ordered);
-    PopupMenuItem move{L"ウィンドウの移動"};
-    move.children.emplace_back(L"先頭に移動", [ordered, &service] { service.moveFirst(*ordered); }, up);
-    move.children.emplace_back(L"上に移動", [ordered, &service] { service.moveUp(*ordered); }, up);
-    move.children.emplace_back(L"下に移動", [ordered, &service] { service.moveDown(*ordered); }, down);
-    move.children.emplace_back(L"最後に移動", [ordered, &service] { service.moveLast(*ordered); }, down);
+    PopupMenuItem move{menuText(L"ウィンドウの移動")};
+    move.children.emplace_back(menuText(L"先頭に移動"), [ordered, &service] { service.moveFirst(*ordered); }, up);
+    move.children.emplace_back(menuText(L"上に移動"), [ordered, &service] { service.moveUp(*ordered); }, up);
+    move.children.emplace_back(menuText(L"下に移動"), [ordered, &service] { service.moveDown(*ordered); }, down);
+    move.children.emplace_back(menuText(L"最後に移動"), [ordered, &service] { service.moveLast(*ordered); }, down);
     placement.children.push_back(std::move(move));
     if (kind_ != 0) {
-      placement.children.emplace_back(L"ウィンドウを分離", [this, &service] { service.setFloating(*this, true); });
+      placement.children.emplace_back(menuText(L"ウィンドウを分離"),
+                                      [this, &service] { service.setFloating(*this, true); });
     }
-    PopupMenuItem grouped{L"ウィンドウのグループ化", [this, &service] { service.setGrouped(*this, group_ == 0); }};
+    PopupMenuItem grouped{menuText(L"ウィンドウのグループ化"),
+                          [this, &service] { service.setGrouped(*this, group_ == 0); }};
     grouped.checked = group_ > 0;
     placement.children.push_back(std::move(grouped));
   }
   menu.items.push_back(std::move(placement));
   menu.items.push_back(PopupMenuItem::separator());
-  menu.items.emplace_back(L"ウィンドウを閉じる", [this, &service] { service.toggleClient(*this); });
+  menu.items.emplace_back(menuText(L"ウィンドウを閉じる"), [this, &service] { service.toggleClient(*this); });
 }
+
+std::wstring WindowClient::getTitle() const { return Translate::translate("Menu", title_); }
 
 void WindowClient::setVisible(bool visible) { hide_ = visible ? 0 : 1; }
 

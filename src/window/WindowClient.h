@@ -61,7 +61,8 @@ class WindowClient {
   virtual void layoutChanged() {}
   // Fills the client's popup menu; the base adds the ウィンドウ配置 items.
   virtual void buildWindowMenu(PopupMenu& menu);
-  virtual std::wstring getTitle() const { return title_; }
+  // The title in the user's language.
+  virtual std::wstring getTitle() const;
   // `hide` = !visible; the caller relayouts.
   virtual void setVisible(bool visible);
   // The client's host window changed (floating or docked again).
