@@ -165,6 +165,23 @@ void CacheInstance::setSceneAudioRenderer(SceneAudioRenderer renderer) {
   sceneAudioRenderer_ = std::move(renderer);
 }
 
+void CacheInstance::setSceneSoundStarter(SceneSoundStarter starter) {
+  std::lock_guard lock(sceneMutex_);
+  sceneSoundStarter_ = std::move(starter);
+}
+
+std::function<std::shared_ptr<Media::AudioBuffer>()> CacheInstance::startSceneSound(std::int32_t sceneId,
+                                                                                   std::int32_t frame) {
+  SceneSoundStarter starter;
+  {
+    std::lock_guard lock(sceneMutex_);
+    starter = sceneSoundStarter_;
+  }
+  const std::shared_ptr<Edit::Scene> found = scene(sceneId);
+  if (!starter || !found) return [] { return std::shared_ptr<Media::AudioBuffer>(); };
+  return starter(found, frame);
+}
+
 Edit::EditService* CacheInstance::editService() const {
   return edit_ ? edit_ : System::Singleton<Edit::EditService>::get();
 }

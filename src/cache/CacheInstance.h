@@ -83,6 +83,12 @@ class CacheInstance {
       std::function<void(const std::shared_ptr<Edit::Scene>& scene, std::int32_t block,
                          std::function<void(std::shared_ptr<Media::AudioBlockBuffer>)> deliver)>;
 
+  // Starts the mix of one frame of a scene on the audio worker and gives what waits for
+  // it (an effect that draws the scene's own sound asks ahead on the walker and waits on
+  // the object thread).
+  using SceneSoundStarter = std::function<std::function<std::shared_ptr<Media::AudioBuffer>()>(
+      const std::shared_ptr<Edit::Scene>& scene, std::int32_t frame)>;
+
   // What the service works with; any of them may be missing, and what needs it then gives
   // nothing.
   struct Services {
@@ -127,6 +133,10 @@ class CacheInstance {
   void beginFrame();
   void setSceneImageRenderer(SceneImageRenderer renderer);
   void setSceneAudioRenderer(SceneAudioRenderer renderer);
+  void setSceneSoundStarter(SceneSoundStarter starter);
+  // The wait for the mix of frame `frame` of scene `sceneId`; one that gives nothing when
+  // no starter is installed or the scene does not exist.
+  std::function<std::shared_ptr<Media::AudioBuffer>()> startSceneSound(std::int32_t sceneId, std::int32_t frame);
 
   // The frame shown at `seconds` of track `track` of a file or scene; waits for its load.
   // Empty when there is nothing to show. A track above 50 throws "invalid track index".
@@ -235,6 +245,7 @@ class CacheInstance {
   std::mutex sceneMutex_;
   SceneImageRenderer sceneImageRenderer_;
   SceneAudioRenderer sceneAudioRenderer_;
+  SceneSoundStarter sceneSoundStarter_;
   std::unordered_map<ImageCacheKey, std::shared_ptr<Media::ImageBuffer>> heldImages_;
   std::deque<std::pair<AudioCacheKey, std::shared_ptr<Media::AudioBlockBuffer>>> heldBlocks_;
 

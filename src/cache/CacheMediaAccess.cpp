@@ -93,4 +93,8 @@ std::shared_ptr<Media::WaveformBuffer> CacheMediaAccess::getWaveform(const std::
   return cache_.getWaveform(name, track);
 }
 
+Effect::MediaAccess::SoundWait CacheMediaAccess::startSceneSound(std::int32_t sceneId, std::int32_t frame) {
+  return cache_.startSceneSound(sceneId, frame);
+}
+
 }  // namespace Cache

@@ -34,6 +34,7 @@ class CacheMediaAccess final : public Effect::MediaAccess {
   void preloadAudioRange(const std::wstring& name, std::int32_t track, std::int64_t position,
                          std::int32_t positionRate, std::int32_t count, double startSeconds, double speed) override;
   std::shared_ptr<Media::WaveformBuffer> getWaveform(const std::wstring& name, std::int32_t track) override;
+  SoundWait startSceneSound(std::int32_t sceneId, std::int32_t frame) override;
 
  private:
   CacheInstance& cache_;

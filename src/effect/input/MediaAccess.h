@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -86,6 +87,10 @@ class MediaAccess {
   virtual void preloadAudioRange(const std::wstring& name, std::int32_t track, std::int64_t position,
                                  std::int32_t positionRate, std::int32_t count, double startSeconds,
                                  double speed) = 0;
+  // Starts the mix of frame `frame` of scene `sceneId` and gives what waits for it; the
+  // wait gives nothing when no audio worker renders, or the mix when it is complete.
+  using SoundWait = std::function<std::shared_ptr<Media::AudioBuffer>()>;
+  virtual SoundWait startSceneSound(std::int32_t sceneId, std::int32_t frame) = 0;
   // The overview the timeline draws under a sound object, or nothing while it is made.
   virtual std::shared_ptr<Media::WaveformBuffer> getWaveform(const std::wstring& name, std::int32_t track) = 0;
 };

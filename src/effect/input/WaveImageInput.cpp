@@ -83,15 +83,34 @@ Render::ObjectContext WaveImageInput::soundOfFrame(const Render::ObjectContext& 
 }
 
 void WaveImageInput::prepareVideo(Render::ObjectContext& context) {
-  if (fileItem_->getFilePath()->empty()) return;
-  preloadAudio(soundOfFrame(context));
+  if (!fileItem_->getFilePath()->empty()) {
+    preloadAudio(soundOfFrame(context));
+    return;
+  }
+  const std::shared_ptr<MediaAccess> media = MediaAccess::get();
+  if (!media || !context.scene) return;
+  MediaAccess::SoundWait wait = media->startSceneSound(context.scene->id, context.frame);
+  std::lock_guard lock(pendingMutex_);
+  pending_[context.frame] = std::move(wait);
+}
+
+std::shared_ptr<Media::AudioBuffer> WaveImageInput::soundAt(const Render::ObjectContext& context) {
+  if (!fileItem_->getFilePath()->empty()) return readAudio(soundOfFrame(context));
+  MediaAccess::SoundWait wait;
+  {
+    std::lock_guard lock(pendingMutex_);
+    const auto found = pending_.find(context.frame);
+    if (found == pending_.end()) return nullptr;
+    wait = std::move(found->second);
+    // What is older than this frame was never drawn (a frame dropped): let it go.
+    pending_.erase(pending_.begin(), std::next(found));
+  }
+  return wait ? wait() : nullptr;
 }
 
 std::unique_ptr<Media::ResourceBuffer> WaveImageInput::inputVideo(Render::ObjectContext& context) {
-  // The scene's own mix comes from the audio worker, which does not hand frames to
-  // pictures yet; until it does an object without a file shows nothing.
-  if (fileItem_->getFilePath()->empty() || !context.worker) return nullptr;
-  const std::shared_ptr<Media::AudioBuffer> sound = readAudio(soundOfFrame(context));
+  if (!context.worker) return nullptr;
+  const std::shared_ptr<Media::AudioBuffer> sound = soundAt(context);
   const ItemContext items = Render::itemsAt(context);
 
   Media::WaveLook look;

@@ -60,6 +60,7 @@ class FakeMedia final : public Effect::MediaAccess {
   void preloadAudioRange(const std::wstring&, std::int32_t, std::int64_t, std::int32_t, std::int32_t, double,
                          double) override {}
   std::shared_ptr<Media::WaveformBuffer> getWaveform(const std::wstring&, std::int32_t) override { return nullptr; }
+  SoundWait startSceneSound(std::int32_t, std::int32_t) override { return {}; }
 
   std::uint32_t generation = 1;
   std::uint32_t rate = 30;
