@@ -32,5 +32,6 @@ extern const Command kConvertCommand;
 extern const Command kProbeCommand;
 extern const Command kRenderCommand;
 extern const Command kPlayCommand;
+extern const Command kExportCommand;
 
 }  // namespace Cli

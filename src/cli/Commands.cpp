@@ -12,7 +12,7 @@ namespace Cli {
 namespace {
 
 // Every command, in the order the tool's help lists them.
-const Command* const kCommands[] = {&kInfoCommand, &kConvertCommand, &kProbeCommand, &kRenderCommand, &kPlayCommand};
+const Command* const kCommands[] = {&kInfoCommand, &kConvertCommand, &kProbeCommand, &kRenderCommand, &kPlayCommand, &kExportCommand};
 
 const Command* findCommand(const std::string& name) {
   for (const Command* command : kCommands) {

@@ -9,6 +9,7 @@
 #include "cli/Command.h"
 #include "cli/Commands.h"
 #include "cli/RenderServices.h"
+#include "cli/RenderedProject.h"
 #include "edit/EditService.h"
 #include "edit/Project.h"
 #include "edit/ProjectFile.h"
@@ -36,13 +37,6 @@ struct RenderOptions {
   std::string output;
   bool sixteenBits = false;
 };
-
-std::optional<std::int32_t> number(const std::string& text) {
-  char* end = nullptr;
-  const long value = std::strtol(text.c_str(), &end, 10);
-  if (text.empty() || *end != '\0' || value < 0 || value > INT32_MAX) return std::nullopt;
-  return static_cast<std::int32_t>(value);
-}
 
 // Where the frame number goes in a name: one "%d" or "%0Nd", and nothing else after a '%'.
 struct NamePattern {
@@ -93,21 +87,19 @@ std::optional<std::string> parse(const Arguments& arguments, RenderOptions& opti
       if (value != "8" && value != "16") return "--depth is 8 or 16";
       options.sixteenBits = value == "16";
     } else if (argument == "--scene") {
-      options.scene = number(value);
+      options.scene = parseNumber(value);
       if (!options.scene) return "--scene takes a scene number";
     } else if (options.first >= 0) {
       return "give either --frame or --frames, once";
     } else if (argument == "--frame") {
-      const std::optional<std::int32_t> frame = number(value);
+      const std::optional<std::int32_t> frame = parseNumber(value);
       if (!frame) return "--frame takes a frame number";
       options.first = options.last = *frame;
     } else {
-      const std::size_t dash = value.find('-');
-      const std::optional<std::int32_t> first = dash == std::string::npos ? std::nullopt : number(value.substr(0, dash));
-      const std::optional<std::int32_t> last = dash == std::string::npos ? std::nullopt : number(value.substr(dash + 1));
-      if (!first || !last || *last < *first) return "--frames takes a range FIRST-LAST";
-      options.first = *first;
-      options.last = *last;
+      const std::optional<std::pair<std::int32_t, std::int32_t>> range = parseFrameRange(value);
+      if (!range) return "--frames takes a range FIRST-LAST";
+      options.first = range->first;
+      options.last = range->second;
     }
   }
   if (options.project.empty()) return "render takes a project file";
@@ -120,43 +112,12 @@ std::optional<std::string> parse(const Arguments& arguments, RenderOptions& opti
   return std::nullopt;
 }
 
-void report(std::ostream& err, const std::string& where, const std::vector<RenderServices::Problem>& problems) {
-  for (const RenderServices::Problem& problem : problems) {
-    err << "sorvel2-cli: " << where << ": " << System::Text::singleLine(problem.message) << '\n';
-  }
-}
-
-// Loads the project and makes the scene current; the exit status of what went wrong.
-int open(RenderServices& services, const RenderOptions& options, std::ostream& err) {
-  using Edit::ProjectFile::LoadResult;
-  const LoadResult result = Edit::ProjectFile::load(services.edit(), services.effects(), absolutePath(options.project));
-  for (const std::string& warning : result.warnings) err << "sorvel2-cli: " << options.project << ": warning: " << warning << '\n';
-  for (const std::string& problem : result.problems) err << "sorvel2-cli: " << options.project << ": " << problem << '\n';
-  std::vector<RenderServices::Problem> logged = services.takeProblems();
-  // The loader's own lines repeat the result's problems.
-  std::erase_if(logged, [](const RenderServices::Problem& problem) { return problem.place == "Edit::Project::load"; });
-  report(err, options.project, logged);
-  if (result.outcome == LoadResult::Outcome::Unreadable) return kUnreadable;
-  // A project carried to another machine finds its media below its new folder, as the
-  // editor offers; nothing is written back, so there is no one to ask.
-  Edit::ProjectFile::updateEffectItemFilePath(services.edit().project(), result.storedPath,
-                                              absolutePath(options.project), [] { return true; });
-  if (options.scene) {
-    if (!services.edit().project().findScene(*options.scene)) {
-      err << "sorvel2-cli: " << options.project << ": no scene " << *options.scene << '\n';
-      return kUnreadable;
-    }
-    services.edit().setScene(*options.scene);
-  }
-  return result.problems.empty() && logged.empty() ? kSuccess : kPartlyFailed;
-}
-
 int render(const Arguments& arguments, std::ostream&, std::ostream& err) {
   RenderOptions options;
   if (const std::optional<std::string> wrong = parse(arguments, options)) return usageError(err, *wrong);
   const NamePattern pattern = *findPattern(options.output);
   RenderServices services;
-  int status = open(services, options, err);
+  int status = openRenderedProject(services, options.project, options.scene, err);
   if (status == kUnreadable) return status;
 
   Render::RenderVideoWorker& worker = services.render().video();
@@ -177,7 +138,7 @@ int render(const Arguments& arguments, std::ostream&, std::ostream& err) {
     const std::string where = options.project + ": frame " + std::to_string(frame);
     const std::vector<RenderServices::Problem> problems = services.takeProblems();
     if (progress && (!problems.empty() || !image)) err << '\n';
-    report(err, where, problems);
+    reportProblems(err, where, problems);
     if (!problems.empty()) status = kPartlyFailed;
     if (!image) {
       err << "sorvel2-cli: " << where << ": not rendered\n";

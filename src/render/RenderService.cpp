@@ -41,6 +41,15 @@ RenderService::RenderService() : cache_(System::Singleton<Cache::CacheInstance>:
                                           std::function<void(std::shared_ptr<Media::AudioBlockBuffer>)> deliver) {
       audio->createSceneAudioBlock(scene, block, std::move(deliver));
     });
+    cache_->setSceneSoundStarter([audio](const std::shared_ptr<Edit::Scene>& scene, std::int32_t frame) {
+      std::shared_ptr<RenderAudioWorker::RenderingBuffer> rendering = audio->startRendering(scene, frame);
+      return [rendering]() -> std::shared_ptr<Media::AudioBuffer> {
+        rendering->done.wait();
+        if (rendering->buffer.empty()) return nullptr;
+        // The buffer stays the rendering's; the picture reads it once it is complete.
+        return std::shared_ptr<Media::AudioBuffer>(rendering, &rendering->buffer);
+      };
+    });
   }
 }
 
@@ -50,6 +59,7 @@ RenderService::~RenderService() {
   if (cache_) {
     cache_->setSceneImageRenderer(nullptr);
     cache_->setSceneAudioRenderer(nullptr);
+    cache_->setSceneSoundStarter(nullptr);
   }
 }
 
