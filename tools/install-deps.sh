@@ -15,6 +15,8 @@ PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth
   # end-to-end window tests: input and screenshots under Xvfb
   xdotool imagemagick
+  # the export benchmark times FFmpeg's filter graph beside the program's own export
+  ffmpeg bc
   # fonts: the user interface speaks Japanese
   fonts-noto-cjk fonts-dejavu-core
   # numbers in files must not follow the process locale: tests build a comma locale

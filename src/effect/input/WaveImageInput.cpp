@@ -41,6 +41,9 @@ constexpr ItemRow kItems[] = {
 
 // A wave holds at most this many values, and so does a spectrum.
 constexpr std::size_t kMostValues = 8000;
+// Mixes asked for ahead and not yet drawn, at most: the walker runs only a few frames
+// ahead of the drawing.
+constexpr std::size_t kMostPendingFrames = 16;
 // A spectrum's magnitudes reach 32767 and more; this brings 8192 to full height.
 constexpr double kSpectrumScale = 0.00012207031;
 
@@ -92,6 +95,8 @@ void WaveImageInput::prepareVideo(Render::ObjectContext& context) {
   MediaAccess::SoundWait wait = media->startSceneSound(context.scene->id, context.frame);
   std::lock_guard lock(pendingMutex_);
   pending_[context.frame] = std::move(wait);
+  // Frames whose drawing was dropped (a preview that moved on) are never taken.
+  while (pending_.size() > kMostPendingFrames) pending_.erase(pending_.begin());
 }
 
 std::shared_ptr<Media::AudioBuffer> WaveImageInput::soundAt(const Render::ObjectContext& context) {
