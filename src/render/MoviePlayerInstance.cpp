@@ -64,9 +64,19 @@ MoviePlayerInstance::MoviePlayerInstance(const Parts& parts)
   config_.add<System::Config::Int>("LevelMeterThresholdYellow", &settings_.levelMeterThresholdYellow, -20);
   config_.load(parts.ini);
   if (parts.ownTimer) timer_ = std::make_unique<Sync::Timer>([this] { tick(); });
+  // An edit, a change of scene and the end of the program each stop a run.
+  if (edit_) edit_->setPlayerStop([this] { stop(false); });
+  if (Event::EventService* service = events()) {
+    subscriptions_.add(service->sceneChanged, [this](std::int32_t) { stop(false); });
+    subscriptions_.add(service->applicationEnd, [this] { stop(false); });
+  }
 }
 
-MoviePlayerInstance::~MoviePlayerInstance() { stop(false); }
+MoviePlayerInstance::~MoviePlayerInstance() {
+  subscriptions_.clear();
+  if (edit_) edit_->setPlayerStop(nullptr);
+  stop(false);
+}
 
 double MoviePlayerInstance::frameTime(std::int64_t frame) const {
   return static_cast<double>(frame) * scale_ / rate_;

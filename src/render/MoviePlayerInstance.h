@@ -17,6 +17,7 @@
 #include <mutex>
 #include <vector>
 
+#include "event/Subscriptions.h"
 #include "render/LevelMeter.h"
 #include "system/ConfigGroup.h"
 
@@ -186,6 +187,8 @@ class MoviePlayerInstance {
   std::deque<LevelRecord> levelQueue_;
   LevelRecord reading_;
   LevelMeter meter_;
+
+  Event::Subscriptions subscriptions_;  // last: it goes first, before what it calls into
 };
 
 }  // namespace Render

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "cache/CacheInstance.h"
+#include "edit/EditSection.h"
 #include "edit/EditService.h"
 #include "edit/Object.h"
 #include "edit/Scene.h"
@@ -222,7 +223,7 @@ TEST_F(Player, VolumeScalesThePlayedSoundUpToFull) {
   }
 }
 
-TEST_F(Player, ASeekDuringPlaybackStartsBothQueuesAgainFromThere) {
+TEST_F(Player, ASeekRestartsBothQueuesAndAnEditStopsTheRun) {
   Platform::AudioOutputService output;
   makePlayer(&output);
   player_->startRange(0, 29, false);
@@ -240,6 +241,12 @@ TEST_F(Player, ASeekDuringPlaybackStartsBothQueuesAgainFromThere) {
   // Nothing of the first run arrives after the seek; the picture goes on from 20.
   EXPECT_GE(shown_.front(), 20);
   EXPECT_EQ(player_->playFrame(), 29);
+
+  // An edit stops a run before it takes the model, leaving the cursor where it showed.
+  player_->startRange(0, 29, false);
+  { const Edit::EditSection section(edit_); }
+  EXPECT_FALSE(player_->playing());
+  EXPECT_EQ(scene_->cursorFrame, player_->playFrame());
 }
 
 TEST_F(Player, WithNoSoundDeviceThePictureStillPlays) {
