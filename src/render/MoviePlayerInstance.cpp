@@ -76,6 +76,11 @@ MoviePlayerInstance::~MoviePlayerInstance() {
   subscriptions_.clear();
   if (edit_) edit_->setPlayerStop(nullptr);
   stop(false);
+  if (meterAsked_) {
+    // No meter request may call into a player that is gone.
+    audio_->cancel(RenderAudioWorker::Preview);
+    audio_->waitRendering();
+  }
 }
 
 double MoviePlayerInstance::frameTime(std::int64_t frame) const {
@@ -352,6 +357,15 @@ LevelRecord MoviePlayerInstance::levelRecordsUpTo(std::int32_t frame) {
     levelQueue_.pop_front();
   }
   return reading_;
+}
+
+void MoviePlayerInstance::meterAt(std::int32_t frame) {
+  if (playing_ || !audio_ || settings_.visibleLevelMeter == 0 || settings_.levelMeterOnlyPlayback != 0) return;
+  meterAsked_ = true;
+  audio_->requestFrame(RenderAudioWorker::Preview, frame, [this](std::int32_t delivered, Media::AudioBuffer& mix) {
+    std::lock_guard lock(levelMutex_);
+    levelQueue_.push_back(meter_.measure(delivered, mix));
+  });
 }
 
 MoviePlayerInstance::Statistics MoviePlayerInstance::statistics() const {

@@ -110,12 +110,16 @@ class MoviePlayerInstance {
   double clock() const;
   // Takes every level record up to `frame` and keeps the last as the reading.
   LevelRecord levelRecordsUpTo(std::int32_t frame);
+  // A seek with the player stopped: the sound of `frame` is mixed as a preview request
+  // and measured for the meter, unless the meter is off or kept to playback.
+  void meterAt(std::int32_t frame);
   void setVolume(std::int32_t percent);
   // Percent of real time, 100 by default: the clock runs at that pace and the sound is
   // played at that share of its rate.
   void setSpeed(std::int32_t percent);
   const PlayerSettings& settings() const noexcept { return settings_; }
-  // Used by the preview: the frame copy, and what is shown. Set before a run.
+  // Used by the preview: the frame copy, and what is shown, which is called on the main
+  // thread under the video lock. Set before a run.
   void setFrameCopy(FrameCopy copy) { frameCopy_ = std::move(copy); }
   void setFrameShown(FrameShown shown) { frameShown_ = std::move(shown); }
   Statistics statistics() const;
@@ -155,6 +159,7 @@ class MoviePlayerInstance {
   FrameShown frameShown_;
 
   std::atomic<bool> playing_{false};
+  bool meterAsked_ = false;
   std::int32_t rate_ = 30;
   std::int32_t scale_ = 1;
   std::uint32_t sampleRate_ = 48000;

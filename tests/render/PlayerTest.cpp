@@ -249,6 +249,21 @@ TEST_F(Player, ASeekRestartsBothQueuesAndAnEditStopsTheRun) {
   EXPECT_EQ(scene_->cursorFrame, player_->playFrame());
 }
 
+TEST_F(Player, AStoppedSeekMeasuresTheFrameUnlessTheMeterIsKeptToPlayback) {
+  makePlayer(nullptr);
+  player_->meterAt(5);
+  audio_.waitRendering();
+  const Render::LevelRecord reading = player_->levelRecordsUpTo(5);
+  EXPECT_EQ(reading.frame, 5);
+  EXPECT_NEAR(reading.channels[1].level, 20.0 * std::log10(0.5), 1e-4);  // the right side is 0.5
+  player_.reset();  // which stores its settings
+  ini_.value("Player", "LevelMeterOnlyPlayback").setInt(1);
+  makePlayer(nullptr);
+  player_->meterAt(6);
+  audio_.waitRendering();
+  EXPECT_EQ(player_->levelRecordsUpTo(6).frame, 0);
+}
+
 TEST_F(Player, WithNoSoundDeviceThePictureStillPlays) {
   const ScopedEnvironment driver("SDL_AUDIODRIVER", "no-such-driver");
   Platform::AudioOutputService output;
