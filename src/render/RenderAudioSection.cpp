@@ -51,9 +51,13 @@ RenderAudioSection::RenderAudioSection(RenderAudioWorker& worker, const Edit::Sc
 bool RenderAudioSection::isAudible(const Edit::Object& object) {
   if (object.effects.empty()) return false;
   const Effect::EffectBase& first = *object.effects.front();
-  if (first.disable) return false;
-  if (first.type() == Effect::EffectType::Filter &&
-      std::none_of(object.effects.begin(), object.effects.end(), [](const auto& effect) { return !effect->disable; })) {
+  // As for the picture: a filter object counts while any of its filters is on, whatever
+  // the first one is.
+  if (first.type() == Effect::EffectType::Filter) {
+    if (std::none_of(object.effects.begin(), object.effects.end(), [](const auto& effect) { return !effect->disable; })) {
+      return false;
+    }
+  } else if (first.disable) {
     return false;
   }
   return isAudio(first.media());

@@ -301,6 +301,19 @@ TEST_F(AudioMix, GroupsMultiplyTheirGainsAndFiltersRunInTheChain) {
   EXPECT_FLOAT_EQ(left(mix, 0), 0.8f * 9600 / 24000);
   EXPECT_FLOAT_EQ(right(mix, 100), 0.2f * 9700 / 24000);
   EXPECT_FLOAT_EQ(left(mixAt(20)), 0.8f);
+
+  // A filter object on the next layer joins the chain while any of its filters is on.
+  fade.disable = true;
+  Edit::Object& filters = *scene_->createEmptyObject(1, 0, 99);
+  auto& off = add<Effect::AudioVolume>(filters);
+  auto& on = add<Effect::AudioVolume>(filters);
+  off.disable = true;
+  setNumber(off, L"音量", 0);
+  setNumber(on, L"音量", 50);
+  scene_->update();
+  EXPECT_FLOAT_EQ(left(mixAt(20)), 0.4f);
+  on.disable = true;
+  EXPECT_FLOAT_EQ(left(mixAt(20)), 0.8f);
 }
 
 TEST_F(AudioMix, TimeControlHoldsTheLayersOfItsRangeAndThenLetsGo) {
