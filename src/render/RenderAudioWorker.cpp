@@ -68,7 +68,9 @@ std::shared_ptr<RenderAudioWorker::RenderingBuffer> RenderAudioWorker::startRend
   // The event is set however the task ends, run or dropped, so no reader waits forever.
   std::shared_ptr<Sync::Event> done(&rendering->done, [keep = rendering](Sync::Event* event) { event->set(); });
   frameThread_.post(Single, [this, scene = std::move(scene), frame, rendering, done = std::move(done)] {
-    const Edit::SceneReader reader(edit_);
+    // No reader of its own: the asker holds one until it has what it waits for, and a
+    // second shared lock taken here would queue behind a waiting edit that waits for the
+    // asker's.
     renderFrame(frame, rendering->buffer, *scene);
     if (!awaitObjectTasks()) rendering->buffer = Media::AudioBuffer();
   });

@@ -73,7 +73,9 @@ class RenderAudioWorker : public RenderWorkerBase {
   // The mix of frame `frame` of the current scene. A preview request first drops the
   // preview requests still waiting.
   void requestFrame(std::int32_t mode, std::int32_t frame, FrameCallback callback);
-  // The mix of a frame of `scene`, queued as a single request.
+  // The mix of a frame of `scene`, queued as a single request, for a reader that holds
+  // a scene reader (a render thread drawing the scene's waveform, a script) and keeps it
+  // until `done` is set: the mix is made under that reader's lock.
   std::shared_ptr<RenderingBuffer> startRendering(std::shared_ptr<Edit::Scene> scene, std::int32_t frame);
   // One second of `scene`'s sound from second `block`, for a scene used as a source.
   // The walk runs on the calling thread, which holds a scene reader (the frame thread, in

@@ -4,13 +4,17 @@
 // and a scene heard inside another.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <cstring>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include "cache/CacheInstance.h"
+#include "edit/EditSection.h"
 #include "edit/EditService.h"
+#include "edit/SceneReader.h"
 #include "edit/Object.h"
 #include "edit/Scene.h"
 #include "effect/EffectBase.h"
@@ -34,6 +38,7 @@
 #include "render/RenderAudioWorker.h"
 #include "support/MediaFiles.h"
 #include "support/TempDirectory.h"
+#include "sync/Event.h"
 #include "system/IniFile.h"
 
 namespace {
@@ -354,6 +359,26 @@ TEST_F(AudioMix, ASceneIsHeardInsideAnotherThroughItsBlocks) {
   input->item<Effect::EffectItemScene>(L"シーン").setValue(0);
   sound(file("half.wav", floatLevel(0.5f, 0.5f)), 1);
   EXPECT_FLOAT_EQ(left(mixAt(3)), 0.5f);
+}
+
+TEST_F(AudioMix, AMixAskedUnderAReaderIsMadeWhileAnEditWaitsForTheLock) {
+  sound(file("half.wav", floatLevel(0.5f, 0.25f)), 0);
+  Sync::Event held;
+  Media::AudioBuffer heard;
+  std::thread asker([&] {
+    const Edit::SceneReader reader(edit_);
+    held.set();
+    // Lets the edit below queue for the lock; the mix must not wait behind it.
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    const auto rendering = worker_.startRendering(scene_, 3);
+    rendering->done.wait();
+    heard = rendering->buffer.clone();
+  });
+  held.wait();
+  { const Edit::EditSection section(edit_); }
+  asker.join();
+  ASSERT_EQ(heard.sampleCount(), 1600u);
+  EXPECT_FLOAT_EQ(right(heard, 1599), 0.25f);
 }
 
 }  // namespace
