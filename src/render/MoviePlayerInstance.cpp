@@ -65,7 +65,14 @@ MoviePlayerInstance::MoviePlayerInstance(const Parts& parts)
   config_.load(parts.ini);
   if (parts.ownTimer) timer_ = std::make_unique<Sync::Timer>([this] { tick(); });
   // An edit, a change of scene and the end of the program each stop a run.
-  if (edit_) edit_->setPlayerStop([this] { stop(false); });
+  if (edit_) {
+    edit_->setPlayerStop([this] {
+      stop(false);
+      // A meter request waiting for the model's lock would queue behind the edit, and a
+      // render thread that waits for the worker under its own lock would hold the edit.
+      settleMeter();
+    });
+  }
   if (Event::EventService* service = events()) {
     subscriptions_.add(service->sceneChanged, [this](std::int32_t) { stop(false); });
     subscriptions_.add(service->applicationEnd, [this] { stop(false); });
@@ -76,11 +83,14 @@ MoviePlayerInstance::~MoviePlayerInstance() {
   subscriptions_.clear();
   if (edit_) edit_->setPlayerStop(nullptr);
   stop(false);
-  if (meterAsked_) {
-    // No meter request may call into a player that is gone.
-    audio_->cancel(RenderAudioWorker::Preview);
-    audio_->waitRendering();
-  }
+  // No meter request may call into a player that is gone.
+  settleMeter();
+}
+
+void MoviePlayerInstance::settleMeter() {
+  if (!meterAsked_ || audio_->stopped()) return;
+  audio_->cancel(RenderAudioWorker::Preview);
+  audio_->waitRendering();
 }
 
 double MoviePlayerInstance::frameTime(std::int64_t frame) const {

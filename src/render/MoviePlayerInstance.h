@@ -146,6 +146,8 @@ class MoviePlayerInstance {
   void audioArrived(std::int32_t frame, const Media::AudioBuffer& mix);
   void clearWorkers();
   void resetMeter();
+  // Drops the meter's waiting requests and waits for the one running.
+  void settleMeter();
 
   Edit::EditService* edit_;
   RenderVideoWorker* video_;

@@ -92,6 +92,7 @@ class RenderAudioWorker : public RenderWorkerBase {
   // waiting requests are dropped; nothing is delivered after this returns. A second call
   // does nothing.
   void stop();
+  bool stopped() const noexcept { return stopping_; }
 
   // The walk of one frame of `scene` into `target`, from the frame thread: the target is
   // sized and cleared on the object thread first, then the objects' tasks follow.
