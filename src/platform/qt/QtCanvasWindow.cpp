@@ -13,6 +13,7 @@
 #include <QWheelEvent>
 #include <QWidget>
 
+#include "platform/qt/QtKeyAdapter.h"
 #include "platform/qt/QtRenderTarget.h"
 
 namespace Platform {
@@ -31,32 +32,6 @@ Window::MouseButton buttonOf(Qt::MouseButton button) {
   if (button == Qt::RightButton) return Window::MouseButton::Right;
   if (button == Qt::MiddleButton) return Window::MouseButton::Middle;
   return Window::MouseButton::Left;
-}
-
-// The virtual key codes that the shortcut files store.
-std::int32_t virtualKey(int key) {
-  if (key >= Qt::Key_A && key <= Qt::Key_Z) return key;  // 65 to 90 in both
-  if (key >= Qt::Key_0 && key <= Qt::Key_9) return key;  // 48 to 57 in both
-  if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return 112 + (key - Qt::Key_F1);
-  struct Pair {
-    int qt;
-    std::int32_t vk;
-  };
-  static constexpr Pair kKeys[] = {
-      {Qt::Key_Backspace, 8},  {Qt::Key_Tab, 9},       {Qt::Key_Backtab, 9},    {Qt::Key_Return, 13},
-      {Qt::Key_Enter, 13},     {Qt::Key_Shift, 16},    {Qt::Key_Control, 17},   {Qt::Key_Alt, 18},
-      {Qt::Key_Pause, 19},     {Qt::Key_Escape, 27},   {Qt::Key_Space, 32},     {Qt::Key_PageUp, 33},
-      {Qt::Key_PageDown, 34},  {Qt::Key_End, 35},      {Qt::Key_Home, 36},      {Qt::Key_Left, 37},
-      {Qt::Key_Up, 38},        {Qt::Key_Right, 39},    {Qt::Key_Down, 40},      {Qt::Key_Insert, 45},
-      {Qt::Key_Delete, 46},    {Qt::Key_Semicolon, 186}, {Qt::Key_Plus, 187},   {Qt::Key_Equal, 187},
-      {Qt::Key_Comma, 188},    {Qt::Key_Minus, 189},   {Qt::Key_Period, 190},   {Qt::Key_Slash, 191},
-      {Qt::Key_QuoteLeft, 192}, {Qt::Key_BracketLeft, 219}, {Qt::Key_Backslash, 220},
-      {Qt::Key_BracketRight, 221}, {Qt::Key_Apostrophe, 222},
-  };
-  for (const Pair& pair : kKeys) {
-    if (pair.qt == key) return pair.vk;
-  }
-  return 0;
 }
 
 Qt::CursorShape qtCursor(Window::CursorShape shape) {
@@ -159,20 +134,17 @@ class CanvasWidget : public QWidget {
   }
 
   void keyPressEvent(QKeyEvent* event) override {
-    const std::int32_t key = virtualKey(event->key());
-    const std::wstring text = event->text().toStdWString();
-    guard_([this, key, text, repeat = event->isAutoRepeat(), modifiers = modifiersOf(event->modifiers())] {
-      if (key != 0) events_.keyPressed(key, modifiers, repeat);
-      if (!text.empty() && (text[0] >= 32 || text[0] == 8 || text[0] == 13 || text[0] == 9 || text[0] == 27)) {
-        events_.textEntered(text);
-      }
+    const KeyStroke stroke = translateKey(*event);
+    guard_([this, stroke, repeat = event->isAutoRepeat()] {
+      if (stroke.key != 0) events_.keyPressed(stroke.key, stroke.modifiers, repeat);
+      if (!stroke.text.empty()) events_.textEntered(stroke.text);
     });
   }
 
   void keyReleaseEvent(QKeyEvent* event) override {
-    const std::int32_t key = virtualKey(event->key());
-    if (key == 0) return;
-    guard_([this, key, modifiers = modifiersOf(event->modifiers())] { events_.keyReleased(key, modifiers); });
+    const KeyStroke stroke = translateKey(*event);
+    if (stroke.key == 0) return;
+    guard_([this, stroke] { events_.keyReleased(stroke.key, stroke.modifiers); });
   }
 
   void focusOutEvent(QFocusEvent*) override {
