@@ -265,6 +265,12 @@ void EditControl::setPreedit(const std::wstring& text) {
   paint();
 }
 
+bool EditControl::imeCursor(Media::RectF& where) {
+  if (numeric) return false;
+  where = caretRect();
+  return true;
+}
+
 Media::RectF EditControl::caretRect() {
   const Media::TextLayout::Caret at = layout().caretAt(caret, false);
   const float x = static_cast<float>(rect.x) + kPadding + at.x - scrollX;

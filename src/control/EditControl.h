@@ -67,6 +67,10 @@ class EditControl : public Window::WindowControlRenderTarget {
   bool charInput(std::uint32_t code) override;
   void imeResult(const std::wstring& text) override;
   bool imeStart() override { return !numeric; }
+  void imePreedit(const std::wstring& text) override {
+    if (!numeric) setPreedit(text);
+  }
+  bool imeCursor(Media::RectF& caret) override;
   void leftDown(std::int32_t x, std::int32_t y) override;
   void dragMove(std::int32_t dx, std::int32_t dy) override;
   void mouseMove(std::int32_t, std::int32_t) override;

@@ -44,8 +44,12 @@ class WindowMouse {
   }
   virtual void focusLost() {}
   virtual void contextMenu(std::int32_t, std::int32_t) {}
-  // A composition starts; true when the control placed the input method's window.
+  // A composition starts; true when the control takes input methods at all.
   virtual bool imeStart() { return false; }
+  // The text being composed, drawn by the control at its caret; empty when it ends.
+  virtual void imePreedit(const std::wstring&) {}
+  // Where the input method's window goes, in window pixels; false: no input method here.
+  virtual bool imeCursor(Media::RectF&) { return false; }
   virtual bool fileDragOver(std::int32_t, std::int32_t, const std::vector<std::wstring>&) { return false; }
   virtual bool fileDrop(std::int32_t, std::int32_t, const std::vector<std::wstring>&) { return false; }
   virtual void fileDragLeave() {}

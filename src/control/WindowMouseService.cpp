@@ -1,5 +1,6 @@
 #include "control/WindowMouseService.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 
@@ -16,15 +17,14 @@ struct CursorEntry {
 };
 
 // The program's own cursors (129 the slider's hover, 130 its drag, 143 a move) and the
-// pan cursors have no system shape of their own; the platform draws them from SVG files
-// where it can, these are what stands in when it cannot.
+// pan cursors have no system shape; the platform draws them from files of its own.
 constexpr CursorEntry kCursorShapes[] = {
     {0, CursorShape::Hidden},           {32512, CursorShape::Arrow},   {32644, CursorShape::SizeWestEast},
     {32645, CursorShape::SizeNorthSouth}, {32646, CursorShape::SizeAll}, {32649, CursorShape::Hand},
     {32513, CursorShape::IBeam},        {32648, CursorShape::No},      {32514, CursorShape::Wait},
-    {32650, CursorShape::Wait},         {129, CursorShape::SizeWestEast}, {130, CursorShape::SizeWestEast},
-    {143, CursorShape::SizeAll},        {32652, CursorShape::SizeAll}, {32653, CursorShape::SizeWestEast},
-    {32657, CursorShape::SizeNorthSouth},
+    {32650, CursorShape::Wait},         {129, CursorShape::SliderHover}, {130, CursorShape::SliderDrag},
+    {143, CursorShape::Move},           {32652, CursorShape::PanAll},  {32653, CursorShape::PanEastWest},
+    {32657, CursorShape::PanNorthSouth},
 };
 
 std::int64_t steadyMilliseconds() {
@@ -203,6 +203,7 @@ void WindowMouseService::mousePressed(MouseButton button, std::int32_t x, std::i
   lastButtonX = x;
   lastButtonY = y;
   rightDrag = right;
+  moved = false;
 
   WindowControl* hit = hitTest(x, y);
   if (focusControl != nullptr && focusControl != hit) setFocus(nullptr);
@@ -395,11 +396,29 @@ void WindowMouseService::textEntered(const std::wstring& text) {
 }
 
 void WindowMouseService::compositionStarted() {
+  composing_ = true;
   if (focusControl != nullptr) focusControl->imeStart();
 }
 
+void WindowMouseService::compositionChanged(const std::wstring& text) {
+  if (!composing_ && !text.empty()) compositionStarted();
+  if (text.empty()) composing_ = false;
+  if (focusControl != nullptr) focusControl->imePreedit(text);
+}
+
 void WindowMouseService::compositionCommitted(const std::wstring& text) {
+  composing_ = false;
   if (focusControl != nullptr) focusControl->imeResult(text);
+}
+
+bool WindowMouseService::inputCursor(std::int32_t& x, std::int32_t& y, std::int32_t& width, std::int32_t& height) {
+  Media::RectF caret;
+  if (focusControl == nullptr || !focusControl->imeCursor(caret)) return false;
+  x = static_cast<std::int32_t>(caret.left);
+  y = static_cast<std::int32_t>(caret.top);
+  width = std::max(1, static_cast<std::int32_t>(caret.width()));
+  height = static_cast<std::int32_t>(caret.height());
+  return true;
 }
 
 WindowControl* WindowMouseService::fileTarget(std::int32_t x, std::int32_t y) const {

@@ -103,9 +103,11 @@ class WindowMouseService : public WindowEventsBase {
   void focusLost() override { setFocus(nullptr); }
   // The platform took the capture away.
   void captureChanged();
-  // The composition of the input method starts, or ends with its text.
+  // The composition of the input method: it starts, changes, and ends with its text.
   void compositionStarted();
-  void compositionCommitted(const std::wstring& text);
+  void compositionChanged(const std::wstring& text) override;
+  void compositionCommitted(const std::wstring& text) override;
+  bool inputCursor(std::int32_t& x, std::int32_t& y, std::int32_t& width, std::int32_t& height) override;
   // The rest of the mouse over the hover control, as the hover timer reports it.
   void hoverElapsed();
   bool fileDragOver(std::int32_t x, std::int32_t y, const std::vector<std::wstring>& files);
@@ -158,6 +160,7 @@ class WindowMouseService : public WindowEventsBase {
   WindowControl* wheelTarget_ = nullptr;
   std::int64_t wheelTime_ = 0;
   bool cursorHiddenByTyping_ = false;
+  bool composing_ = false;
   CursorShape shownShape_ = CursorShape::Arrow;
 };
 

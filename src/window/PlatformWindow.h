@@ -23,6 +23,13 @@ enum class CursorShape : std::int32_t {
   Wait,
   Swap,  // a drag that will exchange two clients
   Hidden,
+  // The program's own, drawn from SVG files beside the executable.
+  SliderHover,
+  SliderDrag,
+  Move,
+  PanAll,
+  PanEastWest,
+  PanNorthSouth,
 };
 
 enum class MouseButton : std::int32_t { Left = 0, Right = 1, Middle = 2 };
@@ -74,6 +81,13 @@ class WindowEvents {
   virtual void keyReleased(std::int32_t key, std::uint32_t modifiers) = 0;
   virtual void textEntered(const std::wstring& text) = 0;
   virtual void focusLost() = 0;
+  // The input method's composition: the text being composed (empty when it ends), and
+  // the finished text, which by default arrives as typed text.
+  virtual void compositionChanged(const std::wstring&) {}
+  virtual void compositionCommitted(const std::wstring& text) { textEntered(text); }
+  // Where the input method's window goes, in canvas pixels; false where input methods
+  // are off (no text box has the focus, or a numeric one has).
+  virtual bool inputCursor(std::int32_t&, std::int32_t&, std::int32_t&, std::int32_t&) { return false; }
 };
 
 // Ignores everything; clients and windows override what they handle.

@@ -177,7 +177,7 @@ TEST(EditControl, TheCompositionStandsInlineUnderlinedUntilCommitted) {
   EditFixture e;
   e.type(L"ab");
   e.key(37);
-  e.box.setPreedit(L"かな");
+  e.fixture.service().compositionChanged(L"かな");
   e.fixture.target().clearOperations();
   e.box.paint();
   std::vector<Media::PointF> underline;  // the last stroke; the first is the frame
@@ -191,13 +191,18 @@ TEST(EditControl, TheCompositionStandsInlineUnderlinedUntilCommitted) {
   EXPECT_FLOAT_EQ(underline.front().x, 3.0f + 10.0f);
   EXPECT_FLOAT_EQ(underline.back().x, 3.0f + 30.0f);
   EXPECT_FLOAT_EQ(underline.front().y, 3.0f + 19.0f);
-  EXPECT_EQ(e.box.caretRect(), (Media::RectF{13.0f, 3.0f, 14.0f, 23.0f}));
+  std::int32_t x = 0, y = 0, width = 0, height = 0;
+  ASSERT_TRUE(e.fixture.service().inputCursor(x, y, width, height));
+  EXPECT_EQ((std::vector<int>{x, y, width, height}), (std::vector<int>{13, 3, 1, 20}));
   e.fixture.service().compositionCommitted(L"仮名");
   EXPECT_EQ(e.box.text(), L"a仮名b");
   EXPECT_TRUE(e.box.preedit().empty());
   EXPECT_TRUE(e.box.imeStart());
   e.box.numeric = true;
   EXPECT_FALSE(e.box.imeStart());
+  EXPECT_FALSE(e.fixture.service().inputCursor(x, y, width, height));
+  e.fixture.service().setFocus(nullptr);
+  EXPECT_FALSE(e.fixture.service().inputCursor(x, y, width, height));
 }
 
 }  // namespace

@@ -230,8 +230,14 @@ TEST(MouseService, AHoldKeyFiresOnItsReleaseOrOnTheLossOfFocus) {
 TEST(MouseService, ARightClickWithoutMoveOpensTheContextMenu) {
   ControlFixture fixture;
   ProbeControl a(&fixture.root(), {0, 0, 100, 100}, false);
+  ProbeControl dragged(&fixture.root(), {200, 0, 100, 100});
   a.acceptsContextMenu = true;
   fixture.layout();
+  fixture.press(210, 10);  // a drag before leaves nothing behind
+  fixture.move(250, 10);
+  fixture.release(250, 10);
+  a.log.clear();
+  fixture.move(10, 10);
   fixture.press(10, 10, 0, Window::MouseButton::Right);
   fixture.release(10, 10, 0, Window::MouseButton::Right);
   EXPECT_EQ(a.log, (Strings{"enter", "rdown", "menu"}));

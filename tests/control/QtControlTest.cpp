@@ -10,6 +10,7 @@
 #include "control/SliderInputControl.h"
 #include "control/WindowMouseService.h"
 #include "fakes/FakePlatform.h"
+#include "platform/qt/QtCursorSet.h"
 #include "platform/qt/QtKeyAdapter.h"
 #include "platform/qt/QtRenderTarget.h"
 
@@ -143,6 +144,24 @@ TEST(QtControlPainting, BodiesMarksAndSelectionsLandOnTheirPixels) {
   const int selectedX = static_cast<int>(box.caretRect().left) - 3;
   EXPECT_TRUE(near(image.pixel(selectedX, 72), colorOf(style.selection)));
   EXPECT_TRUE(near(image.pixel(0, 72), colorOf(style.borderFocus)));
+}
+
+TEST(QtCursorSet, TheProgramsOwnCursorsAreDrawnFromTheirFilesOrFallBack) {
+  application();
+  const QString folder = QStringLiteral(SORVEL_CURSOR_DIR);
+  for (Window::CursorShape shape : {Window::CursorShape::SliderHover, Window::CursorShape::SliderDrag,
+                                    Window::CursorShape::Move, Window::CursorShape::PanAll,
+                                    Window::CursorShape::PanEastWest, Window::CursorShape::PanNorthSouth}) {
+    const QCursor cursor = Platform::loadCursor(shape, folder);
+    ASSERT_EQ(cursor.shape(), Qt::BitmapCursor);
+    EXPECT_EQ(cursor.hotSpot(), QPoint(16, 16));
+    const QImage image = cursor.pixmap().toImage();
+    EXPECT_EQ(image.size(), QSize(32, 32));
+    EXPECT_GT(qAlpha(image.pixel(16, 16)), 200);  // every one is drawn through its hot spot
+  }
+  EXPECT_EQ(Platform::loadCursor(Window::CursorShape::SliderDrag, QStringLiteral("/nonexistent")).shape(),
+            Qt::SizeHorCursor);
+  EXPECT_EQ(Platform::loadCursor(Window::CursorShape::IBeam, folder).shape(), Qt::IBeamCursor);
 }
 
 }  // namespace

@@ -3,6 +3,9 @@
 #include <QCloseEvent>
 #include <QCursor>
 #include <QFocusEvent>
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QMoveEvent>
@@ -13,6 +16,7 @@
 #include <QWheelEvent>
 #include <QWidget>
 
+#include "platform/qt/QtCursorSet.h"
 #include "platform/qt/QtKeyAdapter.h"
 #include "platform/qt/QtRenderTarget.h"
 
@@ -32,22 +36,6 @@ Window::MouseButton buttonOf(Qt::MouseButton button) {
   if (button == Qt::RightButton) return Window::MouseButton::Right;
   if (button == Qt::MiddleButton) return Window::MouseButton::Middle;
   return Window::MouseButton::Left;
-}
-
-Qt::CursorShape qtCursor(Window::CursorShape shape) {
-  switch (shape) {
-    case Window::CursorShape::SizeWestEast: return Qt::SplitHCursor;
-    case Window::CursorShape::SizeNorthSouth: return Qt::SplitVCursor;
-    case Window::CursorShape::SizeAll: return Qt::SizeAllCursor;
-    case Window::CursorShape::Hand: return Qt::PointingHandCursor;
-    case Window::CursorShape::IBeam: return Qt::IBeamCursor;
-    case Window::CursorShape::No: return Qt::ForbiddenCursor;
-    case Window::CursorShape::Wait: return Qt::WaitCursor;
-    case Window::CursorShape::Swap: return Qt::DragMoveCursor;
-    case Window::CursorShape::Hidden: return Qt::BlankCursor;
-    case Window::CursorShape::Arrow: break;
-  }
-  return Qt::ArrowCursor;
 }
 
 // The widget only shows the kept image and turns Qt's events into the window's events.
@@ -120,6 +108,32 @@ class CanvasWidget : public QWidget {
     guard_([this, at, button = buttonOf(event->button()), modifiers = modifiersOf(event->modifiers())] {
       events_.mouseReleased(button, at.x(), at.y(), modifiers);
     });
+    // A click may have moved the focus to or from a text box.
+    QGuiApplication::inputMethod()->update(Qt::ImEnabled | Qt::ImCursorRectangle);
+  }
+
+  void inputMethodEvent(QInputMethodEvent* event) override {
+    const std::wstring preedit = event->preeditString().toStdWString();
+    const std::wstring commit = event->commitString().toStdWString();
+    guard_([this, preedit, commit] {
+      if (!commit.empty()) {
+        events_.compositionCommitted(commit);
+      }
+      events_.compositionChanged(preedit);
+    });
+    event->accept();
+  }
+
+  QVariant inputMethodQuery(Qt::InputMethodQuery query) const override {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    bool on = false;
+    guard_([&] { on = events_.inputCursor(x, y, width, height); });
+    if (query == Qt::ImEnabled) return on;
+    if (query == Qt::ImCursorRectangle) return QRect(x, y, width, height);
+    return QWidget::inputMethodQuery(query);
   }
 
   void leaveEvent(QEvent*) override {
@@ -139,6 +153,7 @@ class CanvasWidget : public QWidget {
       if (stroke.key != 0) events_.keyPressed(stroke.key, stroke.modifiers, repeat);
       if (!stroke.text.empty()) events_.textEntered(stroke.text);
     });
+    QGuiApplication::inputMethod()->update(Qt::ImEnabled | Qt::ImCursorRectangle);
   }
 
   void keyReleaseEvent(QKeyEvent* event) override {
@@ -210,7 +225,7 @@ class CanvasWindow : public Window::PlatformWindow {
     return {rect.x(), rect.y(), rect.width(), rect.height()};
   }
   bool isMaximized() const override { return widget_->isMaximized(); }
-  void setCursor(Window::CursorShape shape) override { widget_->setCursor(QCursor(qtCursor(shape))); }
+  void setCursor(Window::CursorShape shape) override { widget_->setCursor(cursorFor(shape)); }
   // Qt keeps the mouse with the widget while a button is held; nothing more is needed.
   void captureMouse(bool) override {}
 
