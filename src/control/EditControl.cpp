@@ -462,7 +462,8 @@ void EditControl::draw(Media::RenderTarget& target, const Window::ControlStyle& 
   const Media::TextLayout& shown = layout();
   const float left = kPadding - scrollX;
   const float top = kPadding - scrollY;
-  if (selStart != selEnd && preedit_.empty()) {
+  // As in most systems, a box without the focus keeps its selection but does not show it.
+  if (focused && selStart != selEnd && preedit_.empty()) {
     for (const Media::TextLayout::Line& line : shown.lines()) {
       const std::size_t from = std::max(selStart, line.start);
       const std::size_t to = std::min(selEnd, line.start + line.length);

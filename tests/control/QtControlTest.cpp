@@ -2,7 +2,7 @@
 // into the Qt drawing target.
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QKeyEvent>
 
 #include "control/ButtonControl.h"
@@ -13,6 +13,8 @@
 #include "platform/qt/QtCursorSet.h"
 #include "platform/qt/QtKeyAdapter.h"
 #include "platform/qt/QtRenderTarget.h"
+#include "platform/qt/QtScreenColor.h"
+#include "platform/qt/QtToolTipWindow.h"
 
 namespace {
 
@@ -21,7 +23,7 @@ void application() {
   static char name[] = "sorvel_control_qt_tests";
   static char* argv[] = {name, nullptr};
   // Never destroyed, as Qt's globals may go first at exit.
-  static QGuiApplication* const instance = new QGuiApplication(argc, argv);
+  static QApplication* const instance = new QApplication(argc, argv);
   (void)instance;
 }
 
@@ -162,6 +164,28 @@ TEST(QtCursorSet, TheProgramsOwnCursorsAreDrawnFromTheirFilesOrFallBack) {
   EXPECT_EQ(Platform::loadCursor(Window::CursorShape::SliderDrag, QStringLiteral("/nonexistent")).shape(),
             Qt::SizeHorCursor);
   EXPECT_EQ(Platform::loadCursor(Window::CursorShape::IBeam, folder).shape(), Qt::IBeamCursor);
+}
+
+TEST(QtToolTipWindow, TheTipMeasuresItsTextAndShowsWhereItIsPut) {
+  application();
+  TestSupport::FakePlatformServices platform;
+  Window::ToolTips tips(platform, &Platform::createToolTipWindow);
+  std::unique_ptr<Window::ToolTipWindow> probe = Platform::createToolTipWindow();
+  probe->setText(L"short");
+  const std::int32_t shortWidth = probe->measure().width;
+  probe->setText(L"a much longer tool tip text");
+  EXPECT_GT(probe->measure().width, shortWidth);
+  EXPECT_GT(shortWidth, 0);
+  tips.show(100, 200, L"再生", 0);
+  EXPECT_TRUE(tips.shown());
+  tips.hide();
+  EXPECT_FALSE(tips.shown());
+}
+
+TEST(QtScreenColor, APointOffEveryScreenReadsOpaqueBlack) {
+  application();
+  EXPECT_EQ(Platform::screenColorAt(-100000, -100000), (Media::ColorF{0.0f, 0.0f, 0.0f, 1.0f}));
+  EXPECT_EQ(Platform::screenColorAt(10, 10).a, 1.0f);
 }
 
 }  // namespace
