@@ -76,8 +76,11 @@ void RepeatClickButtonControl::stopRepeat() {
 }
 
 void TextButtonControl::drawContent(Media::RenderTarget& target, const Window::ControlStyle& style) {
+  if (text.empty()) return;
+  // Centred text may use the whole body, so a small button still holds its sign.
   const Media::RectF box = bounds();
-  target.drawText(text, style.font, {4.0f, 0.0f, box.right - 4.0f, box.bottom}, Media::Brush::solid(textColor(style)),
+  const float inset = centred ? 0.0f : 4.0f;
+  target.drawText(text, style.font, {inset, 0.0f, box.right - inset, box.bottom}, Media::Brush::solid(textColor(style)),
                   centred ? Media::TextAlignment::Center : Media::TextAlignment::Leading);
 }
 

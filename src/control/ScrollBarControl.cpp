@@ -34,6 +34,8 @@ void ScrollBarControl::BarMouse::draw(Media::RenderTarget& target, const Window:
 ScrollBarControl::ScrollBarControl(Window::WindowControl* parent, bool vertical)
     : Window::WindowControlRenderTarget(parent), vertical_(vertical), back_(this), forward_(this), thumb_(*this) {
   acceptsWheel = true;
+  back_.text = vertical ? L"▴" : L"◂";
+  forward_.text = vertical ? L"▾" : L"▸";
   back_.onClick = [this] { scrollBy(-1); };
   forward_.onClick = [this] { scrollBy(1); };
 }
