@@ -3,7 +3,7 @@
 # example project and for a 4-layer 1920x1080 project (one picture four times, scaled,
 # turned and blurred by ぼかし, composed over each other, 120 frames), each beside FFmpeg
 # doing the same work through its filter graph (scale, rotate, gblur, overlay) on the same
-# picture. Whole runs are timed, best of three.
+# picture. Whole runs are timed, the best of RUNS (3 unless set).
 #
 # usage: bench/export_bench.sh [BUILD_DIR]
 set -euo pipefail
@@ -14,10 +14,10 @@ cli="$build/bin/sorvel2-cli"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 
-# The best wall time of three runs of a command, in seconds.
+# The best wall time of RUNS runs of a command, in seconds.
 best_of_three() {
   local best=""
-  for _ in 1 2 3; do
+  for _ in $(seq "${RUNS:-3}"); do
     local start end took
     start=$(date +%s.%N)
     "$@" >/dev/null 2>&1
