@@ -151,8 +151,8 @@ void Application::start() {
   // 25. Window contents: each client reads its group and, if floating, opens its
   //     window. Those whose content is not built yet show their title.
   const std::int32_t explorers = std::clamp(settings->config()["ExplorerWindowNum"].tryInt().value_or(2), 1, 16);
-  for (const Window::ClientSpec& spec : Window::standardClients(explorers)) {
-    clients_.push_back(std::make_unique<Window::WindowClient>(*windows_, spec));
+  for (const Window::ClientDefinition& definition : Window::standardClients(explorers)) {
+    clients_.push_back(std::make_unique<Window::WindowClient>(*windows_, definition));
   }
   // 26. Menus.  27. Trust list saved.
   // 28. Layout shown.

@@ -42,18 +42,7 @@ struct ExportOptions {
 };
 
 std::optional<std::string> parse(const Arguments& arguments, ExportOptions& options) {
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string& argument = arguments[i];
-    const bool takesValue =
-        argument == "-o" || argument == "--scene" || argument == "--frames" || argument == "--writer" || argument == "--set";
-    if (!takesValue) {
-      if (argument.size() > 1 && argument[0] == '-') return "unknown option '" + argument + "'";
-      if (!options.project.empty()) return "export takes one project file";
-      options.project = argument;
-      continue;
-    }
-    if (i + 1 == arguments.size()) return argument + " needs a value";
-    const std::string& value = arguments[++i];
+  const auto option = [&](const std::string& argument, const std::string& value) -> std::optional<std::string> {
     if (argument == "-o") {
       options.output = value;
     } else if (argument == "--writer") {
@@ -71,6 +60,11 @@ std::optional<std::string> parse(const Arguments& arguments, ExportOptions& opti
       options.first = range->first;
       options.last = range->second;
     }
+    return std::nullopt;
+  };
+  if (std::optional<std::string> wrong = walkProjectArguments(
+          arguments, "export", {"-o", "--scene", "--frames", "--writer", "--set"}, options.project, option)) {
+    return wrong;
   }
   if (options.project.empty()) return "export takes a project file";
   if (options.output.empty()) return "export needs -o OUT";

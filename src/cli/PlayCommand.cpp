@@ -11,9 +11,9 @@
 #include "cli/Command.h"
 #include "cli/Commands.h"
 #include "cli/RenderServices.h"
+#include "cli/RenderedProject.h"
 #include "edit/EditService.h"
 #include "edit/Project.h"
-#include "edit/ProjectFile.h"
 #include "edit/Scene.h"
 #include "media/RenderBuffer.h"
 #include "platform/sdl_audio/AudioOutputService.h"
@@ -33,48 +33,29 @@ struct PlayOptions {
   std::int32_t speed = 100;
 };
 
-std::optional<std::int32_t> number(const std::string& text, long minimum, long maximum) {
-  char* end = nullptr;
-  const long value = std::strtol(text.c_str(), &end, 10);
-  if (text.empty() || *end != '\0' || value < minimum || value > maximum) return std::nullopt;
-  return static_cast<std::int32_t>(value);
-}
-
 std::optional<std::string> parse(const Arguments& arguments, PlayOptions& options) {
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string& argument = arguments[i];
-    if (argument != "--scene" && argument != "--frames" && argument != "--speed") {
-      if (argument.size() > 1 && argument[0] == '-') return "unknown option '" + argument + "'";
-      if (!options.project.empty()) return "play takes one project file";
-      options.project = argument;
-      continue;
-    }
-    if (i + 1 == arguments.size()) return argument + " needs a value";
-    const std::string& value = arguments[++i];
+  const auto option = [&](const std::string& argument, const std::string& value) -> std::optional<std::string> {
     if (argument == "--scene") {
-      options.scene = number(value, 0, INT32_MAX);
+      options.scene = parseNumber(value);
       if (!options.scene) return "--scene takes a scene number";
     } else if (argument == "--speed") {
-      const std::optional<std::int32_t> speed = number(value, 10, 400);
-      if (!speed) return "--speed takes a percentage from 10 to 400";
+      const std::optional<std::int32_t> speed = parseNumber(value);
+      if (!speed || *speed < 10 || *speed > 400) return "--speed takes a percentage from 10 to 400";
       options.speed = *speed;
     } else {
-      const std::size_t dash = value.find('-');
-      const auto first = dash == std::string::npos ? std::nullopt : number(value.substr(0, dash), 0, INT32_MAX);
-      const auto last = dash == std::string::npos ? std::nullopt : number(value.substr(dash + 1), 0, INT32_MAX);
-      if (!first || !last || *last < *first) return "--frames takes a range FIRST-LAST";
-      options.first = *first;
-      options.last = *last;
+      const std::optional<std::pair<std::int32_t, std::int32_t>> range = parseFrameRange(value);
+      if (!range) return "--frames takes a range FIRST-LAST";
+      options.first = range->first;
+      options.last = range->second;
     }
+    return std::nullopt;
+  };
+  if (std::optional<std::string> wrong =
+          walkProjectArguments(arguments, "play", {"--scene", "--frames", "--speed"}, options.project, option)) {
+    return wrong;
   }
   if (options.project.empty()) return "play takes a project file";
   return std::nullopt;
-}
-
-void report(std::ostream& err, const std::string& where, const std::vector<RenderServices::Problem>& problems) {
-  for (const RenderServices::Problem& problem : problems) {
-    err << "sorvel2-cli: " << where << ": " << System::Text::singleLine(problem.message) << '\n';
-  }
 }
 
 std::string milliseconds(double seconds) {
@@ -87,24 +68,8 @@ int play(const Arguments& arguments, std::ostream& out, std::ostream& err) {
   PlayOptions options;
   if (const std::optional<std::string> wrong = parse(arguments, options)) return usageError(err, *wrong);
   RenderServices services;
-  using Edit::ProjectFile::LoadResult;
-  const LoadResult result = Edit::ProjectFile::load(services.edit(), services.effects(), absolutePath(options.project));
-  for (const std::string& warning : result.warnings) err << "sorvel2-cli: " << options.project << ": warning: " << warning << '\n';
-  for (const std::string& problem : result.problems) err << "sorvel2-cli: " << options.project << ": " << problem << '\n';
-  std::vector<RenderServices::Problem> logged = services.takeProblems();
-  std::erase_if(logged, [](const RenderServices::Problem& problem) { return problem.place == "Edit::Project::load"; });
-  report(err, options.project, logged);
-  if (result.outcome == LoadResult::Outcome::Unreadable) return kUnreadable;
-  int status = result.problems.empty() && logged.empty() ? kSuccess : kPartlyFailed;
-  Edit::ProjectFile::updateEffectItemFilePath(services.edit().project(), result.storedPath,
-                                              absolutePath(options.project), [] { return true; });
-  if (options.scene) {
-    if (!services.edit().project().findScene(*options.scene)) {
-      err << "sorvel2-cli: " << options.project << ": no scene " << *options.scene << '\n';
-      return kUnreadable;
-    }
-    services.edit().setScene(*options.scene);
-  }
+  int status = openRenderedProject(services, options.project, options.scene, err);
+  if (status == kUnreadable) return status;
   const Edit::Scene& scene = *services.edit().currentScene();
   const std::int32_t first = options.first >= 0 ? options.first : 0;
   const std::int32_t last = options.last >= 0 ? options.last : std::max(0, scene.lastUsedFrame());
@@ -125,7 +90,7 @@ int play(const Arguments& arguments, std::ostream& out, std::ostream& err) {
   }
   const Render::MoviePlayerInstance::Statistics played = player.statistics();
   const std::vector<RenderServices::Problem> problems = services.takeProblems();
-  report(err, options.project, problems);
+  reportProblems(err, options.project, problems);
   if (!problems.empty()) status = kPartlyFailed;
 
   const std::int32_t frames = last - first + 1;

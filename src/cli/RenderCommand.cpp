@@ -69,18 +69,7 @@ std::string frameName(const std::string& name, const NamePattern& pattern, std::
 }
 
 std::optional<std::string> parse(const Arguments& arguments, RenderOptions& options) {
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string& argument = arguments[i];
-    const bool takesValue = argument == "--scene" || argument == "--frame" || argument == "--frames" ||
-                            argument == "-o" || argument == "--depth";
-    if (!takesValue) {
-      if (argument.size() > 1 && argument[0] == '-') return "unknown option '" + argument + "'";
-      if (!options.project.empty()) return "render takes one project file";
-      options.project = argument;
-      continue;
-    }
-    if (i + 1 == arguments.size()) return argument + " needs a value";
-    const std::string& value = arguments[++i];
+  const auto option = [&](const std::string& argument, const std::string& value) -> std::optional<std::string> {
     if (argument == "-o") {
       options.output = value;
     } else if (argument == "--depth") {
@@ -101,6 +90,11 @@ std::optional<std::string> parse(const Arguments& arguments, RenderOptions& opti
       options.first = range->first;
       options.last = range->second;
     }
+    return std::nullopt;
+  };
+  if (std::optional<std::string> wrong = walkProjectArguments(
+          arguments, "render", {"--scene", "--frame", "--frames", "-o", "--depth"}, options.project, option)) {
+    return wrong;
   }
   if (options.project.empty()) return "render takes a project file";
   if (options.first < 0) return "render needs --frame or --frames";

@@ -1,5 +1,6 @@
 #include "cli/RenderedProject.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
 
@@ -11,6 +12,23 @@
 #include "system/Text.h"
 
 namespace Cli {
+
+std::optional<std::string> walkProjectArguments(const std::vector<std::string>& arguments, const std::string& command,
+                                                std::initializer_list<std::string_view> valued, std::string& project,
+                                                const OptionHandler& option) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& argument = arguments[i];
+    if (std::find(valued.begin(), valued.end(), argument) == valued.end()) {
+      if (argument.size() > 1 && argument[0] == '-') return "unknown option '" + argument + "'";
+      if (!project.empty()) return command + " takes one project file";
+      project = argument;
+      continue;
+    }
+    if (i + 1 == arguments.size()) return argument + " needs a value";
+    if (std::optional<std::string> refused = option(argument, arguments[++i])) return refused;
+  }
+  return std::nullopt;
+}
 
 std::optional<std::int32_t> parseNumber(const std::string& text) {
   char* end = nullptr;

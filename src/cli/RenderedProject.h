@@ -4,15 +4,27 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <initializer_list>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "cli/RenderServices.h"
 
 namespace Cli {
+
+// Walks the arguments of a command that takes one project file: the options named in
+// `valued` take the next argument, handed to `option`; any other argument is the project.
+// Returns what is wrong with the line: an unknown option, a missing value, a second
+// project, or what `option` refused.
+using OptionHandler = std::function<std::optional<std::string>(const std::string& option, const std::string& value)>;
+std::optional<std::string> walkProjectArguments(const std::vector<std::string>& arguments, const std::string& command,
+                                                std::initializer_list<std::string_view> valued, std::string& project,
+                                                const OptionHandler& option);
 
 // A frame or scene number of the command line: decimal digits only, at most 2^31 - 1.
 std::optional<std::int32_t> parseNumber(const std::string& text);

@@ -15,7 +15,6 @@ namespace Render {
 
 namespace {
 
-constexpr std::int32_t kWholeRange = 1'000'000;
 
 bool isAudio(Effect::EffectMedia media) {
   return media == Effect::EffectMedia::Audio || media == Effect::EffectMedia::Both;
@@ -49,26 +48,10 @@ RenderAudioSection::RenderAudioSection(RenderAudioWorker& worker, const Edit::Sc
 }
 
 bool RenderAudioSection::isAudible(const Edit::Object& object) {
-  if (object.effects.empty()) return false;
-  const Effect::EffectBase& first = *object.effects.front();
-  // As for the picture: a filter object counts while any of its filters is on, whatever
-  // the first one is.
-  if (first.type() == Effect::EffectType::Filter) {
-    if (std::none_of(object.effects.begin(), object.effects.end(), [](const auto& effect) { return !effect->disable; })) {
-      return false;
-    }
-  } else if (first.disable) {
-    return false;
-  }
-  return isAudio(first.media());
+  return RenderWorkerBase::hasActiveEffects(object) && isAudio(object.effects.front()->media());
 }
 
 bool RenderAudioSection::layerHidden(std::int32_t layer) const { return scene_.getLayer(layer).info->hide; }
-
-std::int32_t RenderAudioSection::rangeEnd(const Edit::Object& object) {
-  const std::int32_t range = object.controlRange();
-  return object.layer + (range == 0 ? kWholeRange : range);
-}
 
 void RenderAudioSection::restoreTime() {
   context_.frame = time_.frame;
@@ -94,7 +77,7 @@ void RenderAudioSection::visitLayer(std::int32_t layer) {
     groupOf(*object).parentLayer = groups_.empty() ? -1 : groups_.back().object->layer;
     controlPath(object);
     context_.group = object;
-    groups_.push_back(GroupRecord{object, rangeEnd(*object)});
+    groups_.push_back(GroupRecord{object, RenderWorkerBase::controlRangeEnd(*object)});
   } else if (is(first, Effect::TimeControl::kInfo)) {
     if (time_.active) restoreTime();
     time_.frame = context_.frame;
@@ -104,7 +87,7 @@ void RenderAudioSection::visitLayer(std::int32_t layer) {
     // The effect writes the moment the following layers sound at into the context.
     first.prepareAudio(context_);
     time_.active = true;
-    time_.endLayer = object->control ? rangeEnd(*object) : object->layer;
+    time_.endLayer = object->control ? RenderWorkerBase::controlRangeEnd(*object) : object->layer;
   } else if (first.type() == Effect::EffectType::Control) {
     controlPath(object);
   } else if (first.type() == Effect::EffectType::Input && object->effects.size() > 1 &&

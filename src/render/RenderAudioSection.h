@@ -51,7 +51,6 @@ class RenderAudioSection {
   void restoreTime();
   std::shared_ptr<ObjectChain> buildChain(const std::shared_ptr<Edit::Object>& object) const;
   bool layerHidden(std::int32_t layer) const;
-  static std::int32_t rangeEnd(const Edit::Object& object);
   // Reads, filters and mixes one object; the object thread.
   static void soundObject(RenderAudioWorker& worker, ObjectContext& context);
 

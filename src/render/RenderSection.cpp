@@ -27,7 +27,6 @@ namespace Render {
 
 namespace {
 
-constexpr std::int32_t kWholeRange = 1'000'000;
 // Objects that are not opaque with plain blending sort after every opaque one.
 constexpr double kTransparentDepthShift = 10000.0;
 constexpr double kUnsortedDepth = 1e9;
@@ -71,24 +70,10 @@ RenderSection::RenderSection(RenderVideoWorker& worker, const SectionArguments& 
 }
 
 bool RenderSection::isShown(const Edit::Object& object) {
-  if (object.effects.empty()) return false;
-  const Effect::EffectBase& first = *object.effects.front();
-  if (first.type() == Effect::EffectType::Filter) {
-    if (std::none_of(object.effects.begin(), object.effects.end(), [](const auto& effect) { return !effect->disable; })) {
-      return false;
-    }
-  } else if (first.disable) {
-    return false;
-  }
-  return isVideo(first.media());
+  return RenderWorkerBase::hasActiveEffects(object) && isVideo(object.effects.front()->media());
 }
 
 bool RenderSection::layerHidden(std::int32_t layer) const { return scene_.getLayer(layer).info->hide; }
-
-std::int32_t RenderSection::rangeEnd(const Edit::Object& object) {
-  const std::int32_t range = object.controlRange();
-  return object.layer + (range == 0 ? kWholeRange : range);
-}
 
 void RenderSection::visitLayer(std::int32_t layer) {
   if (layerHidden(layer)) return;
@@ -107,7 +92,7 @@ void RenderSection::visitLayer(std::int32_t layer) {
     popped = true;
   }
   if (popped) context_.group = groups_.empty() ? nullptr : groups_.back().object;
-  if (context_.camera && rangeEnd(*context_.camera) < layer) flushCamera();
+  if (context_.camera && RenderWorkerBase::controlRangeEnd(*context_.camera) < layer) flushCamera();
   if (clipEnd_ != 0 && clipEnd_ < layer) flushClip();
 
   const Effect::EffectBase& first = *object->effects.front();
@@ -128,7 +113,7 @@ void RenderSection::visitControl(const std::shared_ptr<Edit::Object>& object) {
     static_cast<Effect::GroupControl&>(first).parentLayer = groups_.empty() ? -1 : groups_.back().object->layer;
     controlJob(context_, object);
     context_.group = object;
-    groups_.push_back(GroupRecord{object, rangeEnd(*object)});
+    groups_.push_back(GroupRecord{object, RenderWorkerBase::controlRangeEnd(*object)});
   } else if (is(first, Effect::CameraControl::kInfo)) {
     flushCamera();
     controlJob(context_, object);
@@ -145,7 +130,7 @@ void RenderSection::visitControl(const std::shared_ptr<Edit::Object>& object) {
     // The effect writes the frame that the following layers show into the context.
     first.prepareVideo(context_);
     time_.active = true;
-    time_.endLayer = object->control ? rangeEnd(*object) : object->layer;
+    time_.endLayer = object->control ? RenderWorkerBase::controlRangeEnd(*object) : object->layer;
   } else {
     controlJob(context_, object);
   }
@@ -309,7 +294,7 @@ std::unique_ptr<Media::ResourceBuffer> RenderSection::applyFilterChainQuiet(Obje
 }
 
 void RenderSection::setClipEnd(const Edit::Object& object) {
-  clipEnd_ = object.control ? rangeEnd(object) : object.layer;
+  clipEnd_ = object.control ? RenderWorkerBase::controlRangeEnd(object) : object.layer;
 }
 
 void RenderSection::clipPath(const std::shared_ptr<Edit::Object>& object) {

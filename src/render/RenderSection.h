@@ -74,8 +74,6 @@ class RenderSection {
   // Objects that may be drawn at all: enabled, and of video.
   static bool isShown(const Edit::Object& object);
   bool layerHidden(std::int32_t layer) const;
-  // The last layer a control object governs: a range of 0 holds to the end.
-  static std::int32_t rangeEnd(const Edit::Object& object);
 
   void objectJob(ObjectContext& context, const std::shared_ptr<Edit::Object>& object);
   void controlJob(ObjectContext& context, const std::shared_ptr<Edit::Object>& object);

@@ -6,6 +6,10 @@
 #include <cstdint>
 #include <unordered_set>
 
+namespace Edit {
+class Object;
+}
+
 namespace Render {
 
 class RenderWorkerBase {
@@ -14,6 +18,12 @@ class RenderWorkerBase {
   // beside its own running render, so its key is set apart from the scene's.
   static constexpr std::uint32_t kSubRenderKeyOffset = 1'000'000'000;
   static std::uint32_t sceneKey(std::int32_t sceneId, bool subRender) noexcept;
+
+  // Whether an object's effects let it take part in a walk, pictures and sound alike: a
+  // filter object while any of its filters is on, any other while its first effect is on.
+  static bool hasActiveEffects(const Edit::Object& object);
+  // The last layer a control object governs: its range below it, or every layer for 0.
+  static std::int32_t controlRangeEnd(const Edit::Object& object);
 
   // Holds a scene's key in the active set for the length of its walk. A scene entered
   // while its own walk is under way is recursive: the warning is logged and entered()

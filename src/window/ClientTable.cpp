@@ -30,24 +30,24 @@ constexpr Row kAfter[] = {
     {"Window.log", L"ログ表示", 1, 0.0f, 0.7f, 1.0f, 1.0f, Area::Centre, false},
 };
 
-ClientSpec spec(const Row& row) {
+ClientDefinition definition(const Row& row) {
   return {row.group, row.title, row.kind, row.left, row.top, row.right, row.bottom, row.area, row.shown};
 }
 
 }  // namespace
 
-std::vector<ClientSpec> standardClients(std::int32_t explorers) {
-  std::vector<ClientSpec> specs;
-  for (const Row& row : kBefore) specs.push_back(spec(row));
+std::vector<ClientDefinition> standardClients(std::int32_t explorers) {
+  std::vector<ClientDefinition> definitions;
+  for (const Row& row : kBefore) definitions.push_back(definition(row));
   for (std::int32_t n = 1; n <= explorers; ++n) {
-    specs.push_back({"Window.explorer:" + std::to_string(n), L"メディアエクスプローラー:" + std::to_wstring(n), 0, 0.0f,
+    definitions.push_back({"Window.explorer:" + std::to_string(n), L"メディアエクスプローラー:" + std::to_wstring(n), 0, 0.0f,
                      0.0f, 0.2f, 0.7f, Area::Left, n == 1});
   }
-  for (const Row& row : kAfter) specs.push_back(spec(row));
-  return specs;
+  for (const Row& row : kAfter) definitions.push_back(definition(row));
+  return definitions;
 }
 
-ClientSpec pluginClient(const std::string& name, const std::wstring& title) {
+ClientDefinition pluginClient(const std::string& name, const std::wstring& title) {
   return {"Window." + name, title, 0, 0.0f, 0.7f, 1.0f, 1.0f, Area::Centre, false};
 }
 

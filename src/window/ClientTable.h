@@ -13,9 +13,9 @@ namespace Window {
 // Every standard client, in order of creation: preview, timeline, object settings,
 // object list, scene list, the media explorers (`explorers` of them; the first shown),
 // the colour, text and time editors, and the log.
-std::vector<ClientSpec> standardClients(std::int32_t explorers);
+std::vector<ClientDefinition> standardClients(std::int32_t explorers);
 
 // The client of a plug-in window: "Window." + its name, hidden in the centre.
-ClientSpec pluginClient(const std::string& name, const std::wstring& title);
+ClientDefinition pluginClient(const std::string& name, const std::wstring& title);
 
 }  // namespace Window

@@ -20,16 +20,16 @@ std::wstring menuText(const wchar_t* text) { return Translate::translate("Menu",
 
 }  // namespace
 
-WindowClient::WindowClient(WindowService& service, const ClientSpec& spec)
-    : service_(service), title_(spec.title), kind_(spec.kind) {
+WindowClient::WindowClient(WindowService& service, const ClientDefinition& definition)
+    : service_(service), title_(definition.title), kind_(definition.kind) {
   // The order of the keys in a fresh file.
-  config_.setSection(spec.group);
-  config_.add<Float>("left", &left_, spec.left);
-  config_.add<Float>("top", &top_, spec.top);
-  config_.add<Float>("right", &right_, spec.right);
-  config_.add<Float>("bottom", &bottom_, spec.bottom);
-  config_.add<Int>("area", &area_, static_cast<std::int32_t>(spec.area));
-  config_.add<Int>("hide", &hide_, spec.shown ? 0 : 1);
+  config_.setSection(definition.group);
+  config_.add<Float>("left", &left_, definition.left);
+  config_.add<Float>("top", &top_, definition.top);
+  config_.add<Float>("right", &right_, definition.right);
+  config_.add<Float>("bottom", &bottom_, definition.bottom);
+  config_.add<Int>("area", &area_, static_cast<std::int32_t>(definition.area));
+  config_.add<Int>("hide", &hide_, definition.shown ? 0 : 1);
   config_.add<Int>("group", &group_, 0);
   config_.add<Int>("floating", &floating_, 0);
   config_.add<Int>("x", &floatX_, 0);

@@ -25,7 +25,7 @@ enum class Area : std::int32_t { Left = 0, Right = 1, Top = 2, Bottom = 3, Centr
 inline constexpr std::int32_t kAreaCount = 5;
 
 // What a client is before its configuration is read: the defaults of its group.
-struct ClientSpec {
+struct ClientDefinition {
   std::string group;   // "Window.preview"
   std::wstring title;  // also its identity in the service
   std::int32_t kind = 1;  // 0: always docked; 1: normal; 2: floating without caption
@@ -50,7 +50,7 @@ inline constexpr std::int32_t kHiddenPosition = 0x10000;
 
 class WindowClient {
  public:
-  WindowClient(WindowService& service, const ClientSpec& spec);
+  WindowClient(WindowService& service, const ClientDefinition& definition);
   virtual ~WindowClient();
   WindowClient(const WindowClient&) = delete;
   WindowClient& operator=(const WindowClient&) = delete;

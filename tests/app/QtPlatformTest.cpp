@@ -110,8 +110,8 @@ TEST(QtPlatform, TheMainWindowCanvasShowsTheLayoutOnWholePixels) {
   ini.loadMemory("[Window]\r\nw=1000\r\nh=600\r\n");
   Window::WindowService service(loop.windowServices(), style, &ini);
   std::vector<std::unique_ptr<Window::WindowClient>> clients;
-  for (const Window::ClientSpec& spec : Window::standardClients(1)) {
-    clients.push_back(std::make_unique<Window::WindowClient>(service, spec));
+  for (const Window::ClientDefinition& definition : Window::standardClients(1)) {
+    clients.push_back(std::make_unique<Window::WindowClient>(service, definition));
   }
   service.show();
   loop.post([&] { loop.quit(); });

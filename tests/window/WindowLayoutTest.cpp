@@ -114,14 +114,14 @@ TEST(WindowLayout, ValuesAreWrittenBackAsTheyStand) {
 }
 
 TEST(WindowLayout, ExplorersFollowTheirCount) {
-  const std::vector<Window::ClientSpec> specs = Window::standardClients(3);
-  ASSERT_EQ(specs.size(), 12u);
-  EXPECT_EQ(specs[5].group, "Window.explorer:1");
-  EXPECT_TRUE(specs[5].shown);
-  EXPECT_EQ(specs[7].title, L"メディアエクスプローラー:3");
-  EXPECT_FALSE(specs[7].shown);
-  EXPECT_EQ(specs[7].kind, 0);
-  const Window::ClientSpec plugin = Window::pluginClient("Sample", L"Sample window");
+  const std::vector<Window::ClientDefinition> definitions = Window::standardClients(3);
+  ASSERT_EQ(definitions.size(), 12u);
+  EXPECT_EQ(definitions[5].group, "Window.explorer:1");
+  EXPECT_TRUE(definitions[5].shown);
+  EXPECT_EQ(definitions[7].title, L"メディアエクスプローラー:3");
+  EXPECT_FALSE(definitions[7].shown);
+  EXPECT_EQ(definitions[7].kind, 0);
+  const Window::ClientDefinition plugin = Window::pluginClient("Sample", L"Sample window");
   EXPECT_EQ(plugin.group, "Window.Sample");
   EXPECT_EQ(plugin.area, Window::Area::Centre);
 }
@@ -130,16 +130,16 @@ TEST(WindowLayout, AClientMadeAgainKeepsItsPlaceAndItsValues) {
   FakePlatformServices platform;
   System::IniFile ini;
   Window::WindowService service(platform, Window::WindowStyle(), &ini);
-  const auto spec = [](const char* group, const wchar_t* title, float left, float right) {
-    return Window::ClientSpec{group, title, 1, left, 0.0f, right, 1.0f, Window::Area::Centre, true};
+  const auto definition = [](const char* group, const wchar_t* title, float left, float right) {
+    return Window::ClientDefinition{group, title, 1, left, 0.0f, right, 1.0f, Window::Area::Centre, true};
   };
-  auto a = std::make_unique<Window::WindowClient>(service, spec("Window.a", L"A", 0.0f, 0.3f));
-  auto b = std::make_unique<Window::WindowClient>(service, spec("Window.b", L"B", 0.3f, 0.6f));
-  auto c = std::make_unique<Window::WindowClient>(service, spec("Window.c", L"C", 0.6f, 1.0f));
+  auto a = std::make_unique<Window::WindowClient>(service, definition("Window.a", L"A", 0.0f, 0.3f));
+  auto b = std::make_unique<Window::WindowClient>(service, definition("Window.b", L"B", 0.3f, 0.6f));
+  auto c = std::make_unique<Window::WindowClient>(service, definition("Window.c", L"C", 0.6f, 1.0f));
   service.show();
   b->setFractions({0.3f, 0.0f, 0.5f, 1.0f});
   b.reset();  // stores its group
-  b = std::make_unique<Window::WindowClient>(service, spec("Window.b", L"B", 0.3f, 0.6f));
+  b = std::make_unique<Window::WindowClient>(service, definition("Window.b", L"B", 0.3f, 0.6f));
   EXPECT_EQ(service.dockedClients(), (std::vector<Window::WindowClient*>{a.get(), b.get(), c.get()}));
   EXPECT_FLOAT_EQ(b->fractions().right, 0.5f);
   EXPECT_EQ(service.findClient(L"B"), b.get());

@@ -30,8 +30,8 @@ class WindowFixture {
     style_.footerHeight = 20;
     style_.groupTabHeight = 20;
     service_ = std::make_unique<Window::WindowService>(platform_, style_, &ini_);
-    for (const Window::ClientSpec& spec : Window::standardClients(explorers)) {
-      clients_.push_back(std::make_unique<Window::WindowClient>(*service_, spec));
+    for (const Window::ClientDefinition& definition : Window::standardClients(explorers)) {
+      clients_.push_back(std::make_unique<Window::WindowClient>(*service_, definition));
     }
     service_->show();
     main().resizeTo(1000, 600);
